@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "GeometryData.h"
+
+class QelRangeImage;
+
+namespace qel {
+
+// The one place that maps a file suffix to its reader.
+class FileFormatTable {
+public:
+    enum class Target { PointCloud, Mesh };
+    using RangeReader = long (*)(const std::uint8_t* data, std::size_t size, bool withColors,
+                                 QelRangeImage& out);
+
+    // The reader of a lower-case suffix for a target, or null.
+    static GeometryReader geometryReader(const std::string& suffix, Target target);
+    // The reader of a range image suffix; unknown suffixes are tried as
+    // images by their content.
+    static RangeReader rangeReader(const std::string& suffix);
+};
+
+}  // namespace qel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+class QelRangeImage;
+
+namespace qel {
+
+// A range image from an image file (PNG, TIFF, BMP, JPEG and whatever else
+// the image codecs recognise by content). The sample type follows the
+// file's depth: 8-bit, 16-bit, 32-bit integer and float samples are kept as
+// they are. Colour images give their luminance as heights and, with
+// withColors, their colours. Non-finite float samples become invalid.
+class ImageRangeReader {
+public:
+    static long read(const std::uint8_t* data, std::size_t size, bool withColors,
+                     QelRangeImage& out);
+};
+
+}  // namespace qel

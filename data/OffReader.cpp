@@ -1,0 +1,110 @@
+#include "OffReader.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "QelDataStatus.h"
+#include "TextScanner.h"
+
+namespace qel {
+namespace {
+
+using QELMV::QEL_DATA_EMPTY;
+using QELMV::QEL_DATA_FILE_MALFORMED;
+using QELMV::QEL_DATA_OK;
+
+// The next non-empty line, comments removed, split into fields.
+bool nextFields(TextScanner& text, std::vector<std::string_view>& f) {
+    std::string_view line;
+    while (text.nextLine(line)) {
+        line = line.substr(0, line.find('#'));
+        TextScanner::split(line, f);
+        if (!f.empty()) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+long OffReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions& options,
+                     GeometryData& out) {
+    TextScanner text(data, size);
+    std::vector<std::string_view> f;
+    if (!nextFields(text, f)) return QEL_DATA_FILE_MALFORMED;
+    std::string_view keyword = f[0];
+    if (keyword.size() < 3 || keyword.substr(keyword.size() - 3) != "OFF")
+        return QEL_DATA_FILE_MALFORMED;
+    bool colored = false, normals = false;
+    for (char c : keyword.substr(0, keyword.size() - 3)) {
+        if (c == 'C')
+            colored = true;
+        else if (c == 'N')
+            normals = true;
+        else
+            return QEL_DATA_FILE_MALFORMED;  // 4D, texture and other variants
+    }
+    // The counts may follow the keyword on the same line.
+    std::vector<std::string_view> counts(f.begin() + 1, f.end());
+    if (counts.empty()) {
+        if (!nextFields(text, f)) return QEL_DATA_FILE_MALFORMED;
+        counts = f;
+    }
+    long long nv = 0, nf = 0;
+    if (counts.size() < 2 || !TextScanner::toLong(counts[0], nv) ||
+        !TextScanner::toLong(counts[1], nf) || nv < 0 || nf < 0)
+        return QEL_DATA_FILE_MALFORMED;
+    // Every vertex and face takes a line of at least two bytes.
+    if (static_cast<unsigned long long>(nv) + static_cast<unsigned long long>(nf) >
+        text.remaining() / 2 + 1)
+        return QEL_DATA_FILE_MALFORMED;
+    if (nv == 0) return QEL_DATA_EMPTY;
+
+    GeometryData g;
+    g.xyz.reserve(static_cast<std::size_t>(nv) * 3);
+    const std::size_t first = normals ? 6 : 3;  // where colours start
+    std::vector<double> rgba;
+    for (long long i = 0; i < nv; ++i) {
+        if (!nextFields(text, f) || f.size() < first) return QEL_DATA_FILE_MALFORMED;
+        for (int k = 0; k < 3; ++k) {
+            float v = 0;
+            if (!TextScanner::toFloat(f[k], v)) return QEL_DATA_FILE_MALFORMED;
+            g.xyz.push_back(v);
+        }
+        if (!colored) continue;
+        if (f.size() < first + 3) return QEL_DATA_FILE_MALFORMED;
+        rgba.clear();
+        bool unit = true;
+        for (std::size_t k = first; k < std::min(f.size(), first + 4); ++k) {
+            double c = 0;
+            if (!TextScanner::toDouble(f[k], c)) return QEL_DATA_FILE_MALFORMED;
+            unit = unit && f[k].find('.') != std::string_view::npos;
+            rgba.push_back(c);
+        }
+        if (g.colorChannels == 0) g.colorChannels = 3;
+        for (int k = 0; k < 3; ++k) {
+            const double c = unit ? rgba[k] * 255.0 : rgba[k];
+            g.colors.push_back(c > 0 ? static_cast<std::uint8_t>(std::min(255.0, std::round(c))) : 0);
+        }
+    }
+    for (long long i = 0; i < nf && options.faces; ++i) {
+        long long n = 0;
+        if (!nextFields(text, f) || !TextScanner::toLong(f[0], n) || n < 0 ||
+            static_cast<unsigned long long>(n) + 1 > f.size())
+            return QEL_DATA_FILE_MALFORMED;
+        long long idx[3] = {0, 0, 0};
+        for (long long k = 0; k < n; ++k) {
+            long long v = 0;
+            if (!TextScanner::toLong(f[static_cast<std::size_t>(k) + 1], v) || v < 0 || v >= nv)
+                return QEL_DATA_FILE_MALFORMED;
+            if (k == 0) idx[0] = v;
+            idx[1] = idx[2];
+            idx[2] = v;
+            if (k >= 2)
+                for (long long t : idx) g.triangles.push_back(static_cast<int>(t));
+        }
+    }
+    out = std::move(g);
+    return QEL_DATA_OK;
+}
+
+}  // namespace qel

@@ -1,0 +1,168 @@
+#include "Qel3DFileOperation.h"
+
+#include <climits>
+#include <cstring>
+#include <unordered_map>
+
+#include "FileBytes.h"
+#include "FileFormatTable.h"
+#include "PathText.h"
+#include "QelDataStatus.h"
+
+namespace QELMV {
+namespace {
+
+using qel::FileFormatTable;
+
+long readGeometry(QelVar& path, FileFormatTable::Target target, qel::GeometryData& g) {
+    const std::string file = qel::pathFromVar(path);
+    if (file.empty()) return QEL_DATA_INVALID_ARGUMENT;
+    qel::ReadOptions options;
+    options.suffix = qel::lowerSuffix(file);
+    options.faces = target == FileFormatTable::Target::Mesh;
+    const qel::GeometryReader reader = FileFormatTable::geometryReader(options.suffix, target);
+    if (!reader) return QEL_DATA_FORMAT_UNSUPPORTED;
+    std::vector<std::uint8_t> bytes;
+    if (!qel::readFileBytes(file, bytes)) return QEL_DATA_FILE_NOT_READABLE;
+    const long status = reader(bytes.data(), bytes.size(), options, g);
+    if (status != QEL_DATA_OK) return status;
+    if (g.vertexCount() > static_cast<std::size_t>(INT_MAX)) return QEL_DATA_TOO_LARGE;
+    if (g.triangles.size() > static_cast<std::size_t>(INT_MAX)) return QEL_DATA_TOO_LARGE;
+    return QEL_DATA_OK;
+}
+
+QelVector3d vertexAt(const qel::GeometryData& g, std::size_t i) {
+    // QelVector3d::IsValid rejects non-finite values, so they stay as read;
+    // only the canonical marker is written for them.
+    const QelVector3d v(g.xyz[3 * i], g.xyz[3 * i + 1], g.xyz[3 * i + 2]);
+    return v.IsValid() ? v : QelVector3d();
+}
+
+QelColorArray colorsOf(const qel::GeometryData& g, const std::vector<std::size_t>* keep) {
+    QelColorArray colors;
+    if (g.colorChannels == 0) return colors;
+    const std::size_t n = keep ? keep->size() : g.vertexCount();
+    colors.Create(static_cast<int>(n), g.colorChannels);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::size_t from = keep ? (*keep)[i] : i;
+        std::memcpy(colors.Data() + i * g.colorChannels, g.colors.data() + from * g.colorChannels,
+                    static_cast<std::size_t>(g.colorChannels));
+    }
+    return colors;
+}
+
+// Joins vertices whose three coordinates are bit-identical (after folding
+// -0 into 0); the first one's colour wins.
+void joinIdenticalVertices(qel::GeometryData& g) {
+    struct Key {
+        std::uint32_t b[3];
+        bool operator==(const Key& o) const {
+            return b[0] == o.b[0] && b[1] == o.b[1] && b[2] == o.b[2];
+        }
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& k) const {
+            return (std::size_t(k.b[0]) * 73856093u) ^ (std::size_t(k.b[1]) * 19349663u) ^
+                   (std::size_t(k.b[2]) * 83492791u);
+        }
+    };
+    const std::size_t n = g.vertexCount();
+    std::unordered_map<Key, int, KeyHash> index;
+    index.reserve(n);
+    std::vector<int> remap(n);
+    qel::GeometryData merged;
+    merged.colorChannels = g.colorChannels;
+    for (std::size_t i = 0; i < n; ++i) {
+        Key k{};
+        for (int c = 0; c < 3; ++c) {
+            const float v = g.xyz[3 * i + c] == 0.0f ? 0.0f : g.xyz[3 * i + c];
+            std::memcpy(&k.b[c], &v, 4);
+        }
+        const auto found = index.emplace(k, static_cast<int>(merged.vertexCount()));
+        if (found.second) {
+            merged.xyz.insert(merged.xyz.end(), g.xyz.begin() + 3 * i, g.xyz.begin() + 3 * i + 3);
+            const auto c0 = g.colors.begin() + static_cast<std::ptrdiff_t>(i * g.colorChannels);
+            merged.colors.insert(merged.colors.end(), c0, c0 + g.colorChannels);
+        }
+        remap[i] = found.first->second;
+    }
+    for (int& t : g.triangles) t = remap[static_cast<std::size_t>(t)];
+    merged.triangles.swap(g.triangles);
+    g = std::move(merged);
+}
+
+}  // namespace
+
+long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, bool withColors) {
+    if (!target) return QEL_DATA_INVALID_ARGUMENT;
+    const std::string file = qel::pathFromVar(path);
+    if (file.empty()) return QEL_DATA_INVALID_ARGUMENT;
+    std::vector<std::uint8_t> bytes;
+    if (!qel::readFileBytes(file, bytes)) return QEL_DATA_FILE_NOT_READABLE;
+    QelRangeImage image;
+    const long status =
+        FileFormatTable::rangeReader(qel::lowerSuffix(file))(bytes.data(), bytes.size(), withColors, image);
+    if (status != QEL_DATA_OK) return status;
+    *target = std::move(image);
+    return QEL_DATA_OK;
+}
+
+long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, double resolutionX,
+                              double resolutionY, double resolutionZ) {
+    if (!target) return QEL_DATA_INVALID_ARGUMENT;
+    QelRangeImage image;
+    const long status = Load(&image, path, true);
+    if (status != QEL_DATA_OK) return status;
+    image.SetInfo(resolutionX, resolutionY, resolutionZ, image.OffsetX(), image.OffsetY(),
+                  image.OffsetZ());
+    *target = std::move(image);
+    return QEL_DATA_OK;
+}
+
+long Qel3DFileOperation::Load(QelPointCloud* target, QelVar& path, bool withColors,
+                              bool keepInvalid) {
+    if (!target) return QEL_DATA_INVALID_ARGUMENT;
+    qel::GeometryData g;
+    const long status = readGeometry(path, FileFormatTable::Target::PointCloud, g);
+    if (status != QEL_DATA_OK) return status;
+
+    std::vector<std::size_t> keep;
+    keep.reserve(g.vertexCount());
+    for (std::size_t i = 0; i < g.vertexCount(); ++i)
+        if (keepInvalid || vertexAt(g, i).IsValid()) keep.push_back(i);
+    if (keep.empty()) return QEL_DATA_EMPTY;
+
+    QelVector3dArray points(static_cast<int>(keep.size()));
+    for (std::size_t i = 0; i < keep.size(); ++i) points[static_cast<int>(i)] = vertexAt(g, keep[i]);
+    QelPointCloud cloud;
+    cloud.SetPoints(points);
+    if (withColors && g.colorChannels > 0) cloud.SetColors(colorsOf(g, &keep));
+    *target = std::move(cloud);
+    return QEL_DATA_OK;
+}
+
+long Qel3DFileOperation::Load(QelTriangleMesh* target, QelVar& path, bool withColors,
+                              bool mergeVertices) {
+    if (!target) return QEL_DATA_INVALID_ARGUMENT;
+    qel::GeometryData g;
+    const long status = readGeometry(path, FileFormatTable::Target::Mesh, g);
+    if (status != QEL_DATA_OK) return status;
+    if (g.triangles.empty()) return QEL_DATA_EMPTY;
+    if (mergeVertices) joinIdenticalVertices(g);
+
+    const std::size_t n = g.vertexCount();
+    QelVector3dArray vertices(static_cast<int>(n));
+    for (std::size_t i = 0; i < n; ++i) vertices[static_cast<int>(i)] = vertexAt(g, i);
+    Qel3DIntArray indices;
+    indices.SetSize(static_cast<int>(g.triangles.size()));
+    std::copy(g.triangles.begin(), g.triangles.end(), indices.Data());
+
+    QelTriangleMesh mesh;
+    mesh.SetVertices(vertices);
+    mesh.SetTriangles(indices);
+    if (withColors && g.colorChannels > 0) mesh.SetVertexColors(colorsOf(g, nullptr));
+    *target = std::move(mesh);
+    return QEL_DATA_OK;
+}
+
+}  // namespace QELMV
