@@ -73,13 +73,16 @@ long OffReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         if (!colored) continue;
         if (f.size() < first + 3) return QEL_DATA_FILE_MALFORMED;
         rgba.clear();
-        bool unit = true;
+        // Colours written as decimals no larger than 1 are fractions.
+        bool decimal = false, small = true;
         for (std::size_t k = first; k < std::min(f.size(), first + 4); ++k) {
             double c = 0;
             if (!TextScanner::toDouble(f[k], c)) return QEL_DATA_FILE_MALFORMED;
-            unit = unit && f[k].find('.') != std::string_view::npos;
+            decimal = decimal || f[k].find_first_of(".eE") != std::string_view::npos;
+            small = small && c <= 1.0;
             rgba.push_back(c);
         }
+        const bool unit = decimal && small;
         if (g.colorChannels == 0) g.colorChannels = 3;
         for (int k = 0; k < 3; ++k) {
             const double c = unit ? rgba[k] * 255.0 : rgba[k];
