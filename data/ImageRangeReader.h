@@ -7,8 +7,8 @@ class QelRangeImage;
 
 namespace qel {
 
-// A range image from an image file (PNG, TIFF, BMP, JPEG and whatever else
-// the image codecs recognise by content). The sample type follows the
+// A range image from a PNG, TIFF, BMP or JPEG file, recognised by its
+// signature whatever the file's suffix; other content is refused. The sample type follows the
 // file's depth: 8-bit, 16-bit, 32-bit integer and float samples are kept as
 // they are. Colour images give their luminance as heights and, with
 // withColors, their colours. Non-finite float samples become invalid.

@@ -150,7 +150,9 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
             const float asFloat = static_cast<float>(packed);
             std::memcpy(&bits, &asFloat, 4);
         } else {
-            bits = static_cast<std::uint32_t>(static_cast<long long>(packed));
+            // ASCII files may hold any number here; out of range is black.
+            const bool fits = packed >= -2147483648.0 && packed < 4294967296.0;
+            bits = fits ? static_cast<std::uint32_t>(static_cast<long long>(packed)) : 0;
         }
         g.colors[3 * i] = static_cast<std::uint8_t>(bits >> 16);
         g.colors[3 * i + 1] = static_cast<std::uint8_t>(bits >> 8);

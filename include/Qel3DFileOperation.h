@@ -15,8 +15,9 @@ namespace QELMV {
 //                  xyzn, xyzrgb (x y z, then r g b or nx ny nz), obj (vertices)
 //   triangle mesh: stl (ascii, binary), obj, off, ply
 //   range image:   png, tif/tiff, bmp, jpg/jpeg (8-bit, 16-bit and float
-//                  samples kept), csv (one row of heights per line); any other
-//                  suffix is tried as an image by its content.
+//                  samples kept), csv (one row of heights per line); a file
+//                  of any other suffix is read when its content is one of
+//                  those four image formats.
 // Every loader returns 0 on success and a QelDataStatus otherwise; on failure
 // the target is left unchanged.
 class QEL_DATA_API Qel3DFileOperation {
