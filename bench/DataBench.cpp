@@ -18,7 +18,8 @@ double medianSeconds(int runs, F&& f) {
     for (int r = 0; r < runs; ++r) {
         const auto start = std::chrono::steady_clock::now();
         f();
-        t.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        t.push_back(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
     }
     std::sort(t.begin(), t.end());
     return t[t.size() / 2];
@@ -35,7 +36,9 @@ QelRangeImage makeRangeImage(int n) {
     for (int r = 0; r < h; ++r)
         for (int c = 0; c < w; ++c)
             s[std::size_t(r) * w + c] =
-                ((r * 7 + c * 13) % 100 == 0) ? 0 : static_cast<unsigned short>(1000 + r + 500 * std::sin(c * 0.01));
+                ((r * 7 + c * 13) % 100 == 0)
+                    ? 0
+                    : static_cast<unsigned short>(1000 + r + 500 * std::sin(c * 0.01));
     return img;
 }
 
@@ -57,14 +60,16 @@ int main() {
         const int n = millions * 1000000;
         const QelRangeImage img = makeRangeImage(n);
         QelColorArray colors;
-        const double lut = medianSeconds(3, [&] { QELMV::QelLUTSetting().ColorMapLUT(img, 5, &colors); });
+        const double lut =
+            medianSeconds(3, [&] { QELMV::QelLUTSetting().ColorMapLUT(img, 5, &colors); });
         std::printf("{\"operation\": \"ColorMapLUT\", \"samples\": %d, \"seconds\": %.4f}\n",
                     img.Width() * img.Height(), lut);
 
         std::mt19937 rng(1);
         std::uniform_real_distribution<float> u(-100.f, 100.f);
         QelVector3dArray pts(n);
-        for (int i = 0; i < n; ++i) pts[i] = QelVector3d(u(rng), u(rng), u(rng) * 0.2f);
+        for (int i = 0; i < n; ++i)
+            pts[i] = QelVector3d(u(rng), u(rng), u(rng) * 0.2f);
         QelVector3dArray out;
         const double select = medianSeconds(3, [&] {
             Qel3DGraphicsIO().GetPointsInScreenPolygon(*camera, pts, lasso, &out, true);

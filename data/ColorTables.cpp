@@ -1,8 +1,8 @@
 #include "ColorTables.h"
 
-#include <cstddef>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace qel {
 namespace {
@@ -43,12 +43,12 @@ Rgb stops(const std::uint8_t (*table)[3], int count, double u) {
 }
 
 // Viridis and inferno at eleven even stops, from their low to their high end.
-const std::uint8_t kViridis[11][3] = {{68, 1, 84},    {72, 36, 117},  {65, 68, 135}, {53, 95, 141},
-                                      {42, 120, 142}, {33, 145, 140}, {34, 168, 132}, {68, 191, 112},
-                                      {122, 209, 81}, {189, 223, 38}, {253, 231, 37}};
-const std::uint8_t kInferno[11][3] = {{0, 0, 4},     {22, 11, 57},   {66, 10, 104},  {106, 23, 110},
-                                      {147, 38, 103}, {188, 55, 84},  {221, 81, 58},  {243, 120, 25},
-                                      {252, 165, 10}, {246, 215, 70}, {252, 255, 164}};
+const std::uint8_t kViridis[11][3] = {
+    {68, 1, 84},    {72, 36, 117},  {65, 68, 135},  {53, 95, 141},  {42, 120, 142}, {33, 145, 140},
+    {34, 168, 132}, {68, 191, 112}, {122, 209, 81}, {189, 223, 38}, {253, 231, 37}};
+const std::uint8_t kInferno[11][3] = {
+    {0, 0, 4},     {22, 11, 57},   {66, 10, 104},  {106, 23, 110}, {147, 38, 103}, {188, 55, 84},
+    {221, 81, 58}, {243, 120, 25}, {252, 165, 10}, {246, 215, 70}, {252, 255, 164}};
 
 // The colour bar draws its ramps from the bottom (u = 0, the minimum) to the
 // top (u = 1, the maximum); the tables are looked up with t = 1 - u.
@@ -103,7 +103,8 @@ const std::array<Rgb8, ColorTables::kSamples>& ColorTables::sampled(int lut) {
     static const auto tables = [] {
         std::array<std::array<Rgb8, kSamples>, 7> all{};
         for (int l = 0; l < 7; ++l)
-            for (int i = 0; i < kSamples; ++i) all[l][i] = evaluate(l, i / double(kSamples - 1));
+            for (int i = 0; i < kSamples; ++i)
+                all[l][i] = evaluate(l, i / double(kSamples - 1));
         return all;
     }();
     return tables[static_cast<std::size_t>(lut)];

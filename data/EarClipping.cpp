@@ -1,7 +1,7 @@
 #include "EarClipping.h"
 
-#include <cstddef>
 #include <cmath>
+#include <cstddef>
 
 #include "QelDataStatus.h"
 

@@ -50,8 +50,8 @@ std::uint8_t channelByte(T v) {
     else if constexpr (std::is_unsigned<T>::value)
         return static_cast<std::uint8_t>(v >> 8);
     else
-        return static_cast<std::uint8_t>((static_cast<long long>(v) - std::numeric_limits<T>::min()) >>
-                                         (8 * sizeof(T) - 8));
+        return static_cast<std::uint8_t>(
+            (static_cast<long long>(v) - std::numeric_limits<T>::min()) >> (8 * sizeof(T) - 8));
 }
 
 // Only these four codecs are ever handed a file. The image library would
@@ -101,7 +101,8 @@ long ImageRangeReader::read(const std::uint8_t* data, std::size_t size, bool wit
                 T v = px[0];
                 if (color) {
                     // Pixels are stored blue, green, red.
-                    const double lum = 0.114 * double(px[0]) + 0.587 * double(px[1]) + 0.299 * double(px[2]);
+                    const double lum =
+                        0.114 * double(px[0]) + 0.587 * double(px[1]) + 0.299 * double(px[2]);
                     v = saturateSample<T>(lum);
                     if (rgb) {
                         std::uint8_t* o = rgb + 3 * (static_cast<std::size_t>(r) * mat.cols + c);

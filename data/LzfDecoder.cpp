@@ -11,7 +11,8 @@ std::size_t LzfDecoder::decode(const std::uint8_t* in, std::size_t inSize, std::
             // A literal run of ctrl + 1 bytes.
             const std::size_t len = ctrl + 1;
             if (len > inSize - ip || len > outSize - op) return 0;
-            for (std::size_t k = 0; k < len; ++k) out[op++] = in[ip++];
+            for (std::size_t k = 0; k < len; ++k)
+                out[op++] = in[ip++];
         } else {
             // A back reference: length in the top 3 bits (7 = extended),
             // distance in the low 5 bits and the next byte.
@@ -26,7 +27,8 @@ std::size_t LzfDecoder::decode(const std::uint8_t* in, std::size_t inSize, std::
             if (distance > op || len > outSize - op) return 0;
             std::size_t from = op - distance;
             // Byte by byte: the source may overlap what is being written.
-            for (std::size_t k = 0; k < len; ++k) out[op++] = out[from++];
+            for (std::size_t k = 0; k < len; ++k)
+                out[op++] = out[from++];
         }
     }
     return op;

@@ -40,9 +40,11 @@ long ObjReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
             const std::size_t n = std::min<std::size_t>(f.size() - 1, 6);
             for (std::size_t k = 0; k < n; ++k)
                 if (!TextScanner::toDouble(f[k + 1], v[k])) return QEL_DATA_FILE_MALFORMED;
-            for (int k = 0; k < 3; ++k) g.xyz.push_back(static_cast<float>(v[k]));
+            for (int k = 0; k < 3; ++k)
+                g.xyz.push_back(static_cast<float>(v[k]));
             if (n == 6) {
-                for (int k = 3; k < 6; ++k) rgb.push_back(unitToByte(v[k]));
+                for (int k = 3; k < 6; ++k)
+                    rgb.push_back(unitToByte(v[k]));
             } else {
                 allColored = false;
             }

@@ -86,7 +86,8 @@ long OffReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         if (g.colorChannels == 0) g.colorChannels = 3;
         for (int k = 0; k < 3; ++k) {
             const double c = unit ? rgba[k] * 255.0 : rgba[k];
-            g.colors.push_back(c > 0 ? static_cast<std::uint8_t>(std::min(255.0, std::round(c))) : 0);
+            g.colors.push_back(c > 0 ? static_cast<std::uint8_t>(std::min(255.0, std::round(c)))
+                                     : 0);
         }
     }
     for (long long i = 0; i < nf && options.faces; ++i) {
@@ -103,7 +104,8 @@ long OffReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
             idx[1] = idx[2];
             idx[2] = v;
             if (k >= 2)
-                for (long long t : idx) g.triangles.push_back(static_cast<int>(t));
+                for (long long t : idx)
+                    g.triangles.push_back(static_cast<int>(t));
         }
     }
     out = std::move(g);

@@ -27,7 +27,8 @@ void parallelFor(std::size_t n, F&& f, std::size_t minChunk = 262144) {
         workers.emplace_back([&f, begin, end] { f(begin, end); });
     }
     f(std::size_t(0), std::min(n, step));
-    for (auto& w : workers) w.join();
+    for (auto& w : workers)
+        w.join();
 }
 
 }  // namespace qel

@@ -78,7 +78,8 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         };
         if (key == "FIELDS") {
             fields.clear();
-            for (std::size_t k = 1; k < f.size(); ++k) fields.push_back(Field{std::string(f[k])});
+            for (std::size_t k = 1; k < f.size(); ++k)
+                fields.push_back(Field{std::string(f[k])});
         } else if (key == "SIZE") {
             if (!numbers([](Field& fd, std::string_view t, long long& v) {
                     return TextScanner::toLong(t, v) && ((fd.size = v), true);
@@ -108,7 +109,8 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
     }
     if (mode.empty() || fields.empty()) return QEL_DATA_FILE_MALFORMED;
     if (points < 0) {
-        if (width < 0 || (height > 0 && width > (1LL << 40) / height)) return QEL_DATA_FILE_MALFORMED;
+        if (width < 0 || (height > 0 && width > (1LL << 40) / height))
+            return QEL_DATA_FILE_MALFORMED;
         points = width * height;
     }
 
@@ -179,7 +181,8 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         }
         if (i != n) return QEL_DATA_FILE_MALFORMED;
     } else if (mode == "binary" || mode == "binary_compressed") {
-        if (recordSize > 0 && n > (std::size_t(1) << 40) / recordSize) return QEL_DATA_FILE_MALFORMED;
+        if (recordSize > 0 && n > (std::size_t(1) << 40) / recordSize)
+            return QEL_DATA_FILE_MALFORMED;
         const std::size_t total = n * recordSize;
         const std::uint8_t* src = data + body;
         std::vector<std::uint8_t> unpacked;
@@ -206,7 +209,8 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         };
         for (std::size_t i = 0; i < n; ++i)
             store(i, decodeValue(at(*axis[0], i), *axis[0]), decodeValue(at(*axis[1], i), *axis[1]),
-                  decodeValue(at(*axis[2], i), *axis[2]), color ? decodeValue(at(*color, i), *color) : 0);
+                  decodeValue(at(*axis[2], i), *axis[2]),
+                  color ? decodeValue(at(*color, i), *color) : 0);
     } else {
         return QEL_DATA_FORMAT_UNSUPPORTED;
     }

@@ -236,7 +236,8 @@ long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
                     for (long long k = 0; k < n; ++k) {
                         if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
                         if (isFace && p.role == Role::FaceIndices) {
-                            if (!(v >= 0) || v >= double(vertexCount)) return QEL_DATA_FILE_MALFORMED;
+                            if (!(v >= 0) || v >= double(vertexCount))
+                                return QEL_DATA_FILE_MALFORMED;
                             polygon.push_back(static_cast<long long>(v));
                         }
                     }

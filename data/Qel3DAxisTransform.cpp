@@ -16,7 +16,8 @@ bool Qel3DAxisTransform::IsPoseMatrix(const QelMatrix4& m) {
     for (int i = 0; i < 3; ++i)
         for (int j = i; j < 3; ++j) {
             double dot = 0.0;
-            for (int k = 0; k < 3; ++k) dot += m.Value(k, i) * m.Value(k, j);
+            for (int k = 0; k < 3; ++k)
+                dot += m.Value(k, i) * m.Value(k, j);
             if (std::fabs(dot - (i == j ? 1.0 : 0.0)) > tol) return false;
         }
     auto v = [&](int r, int c) { return m.Value(r, c); };

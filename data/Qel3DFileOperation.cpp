@@ -86,7 +86,8 @@ void joinIdenticalVertices(qel::GeometryData& g) {
         }
         remap[i] = found.first->second;
     }
-    for (int& t : g.triangles) t = remap[static_cast<std::size_t>(t)];
+    for (int& t : g.triangles)
+        t = remap[static_cast<std::size_t>(t)];
     merged.triangles.swap(g.triangles);
     g = std::move(merged);
 }
@@ -100,8 +101,8 @@ long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, bool withColo
     std::vector<std::uint8_t> bytes;
     if (!qel::readFileBytes(file, bytes)) return QEL_DATA_FILE_NOT_READABLE;
     QelRangeImage image;
-    const long status =
-        FileFormatTable::rangeReader(qel::lowerSuffix(file))(bytes.data(), bytes.size(), withColors, image);
+    const long status = FileFormatTable::rangeReader(qel::lowerSuffix(file))(
+        bytes.data(), bytes.size(), withColors, image);
     if (status != QEL_DATA_OK) return status;
     *target = std::move(image);
     return QEL_DATA_OK;
@@ -133,7 +134,8 @@ long Qel3DFileOperation::Load(QelPointCloud* target, QelVar& path, bool withColo
     if (keep.empty()) return QEL_DATA_EMPTY;
 
     QelVector3dArray points(static_cast<int>(keep.size()));
-    for (std::size_t i = 0; i < keep.size(); ++i) points[static_cast<int>(i)] = vertexAt(g, keep[i]);
+    for (std::size_t i = 0; i < keep.size(); ++i)
+        points[static_cast<int>(i)] = vertexAt(g, keep[i]);
     QelPointCloud cloud;
     cloud.SetPoints(points);
     if (withColors && g.colorChannels > 0) cloud.SetColors(colorsOf(g, &keep));
@@ -152,7 +154,8 @@ long Qel3DFileOperation::Load(QelTriangleMesh* target, QelVar& path, bool withCo
 
     const std::size_t n = g.vertexCount();
     QelVector3dArray vertices(static_cast<int>(n));
-    for (std::size_t i = 0; i < n; ++i) vertices[static_cast<int>(i)] = vertexAt(g, i);
+    for (std::size_t i = 0; i < n; ++i)
+        vertices[static_cast<int>(i)] = vertexAt(g, i);
     Qel3DIntArray indices;
     indices.SetSize(static_cast<int>(g.triangles.size()));
     std::copy(g.triangles.begin(), g.triangles.end(), indices.Data());

@@ -12,16 +12,15 @@ using namespace QELMV;
 
 long Qel3DGraphicsIO::GetPointsInScreenPolygon(const osg::Camera& camera,
                                                const QelVector3dArray& points,
-                                               const QelPointArray& polygon,
-                                               QelVector3dArray* out, bool keepInside) {
+                                               const QelPointArray& polygon, QelVector3dArray* out,
+                                               bool keepInside) {
     return GetPointsInScreenPolygon(camera, points, polygon, out, nullptr, keepInside);
 }
 
 long Qel3DGraphicsIO::GetPointsInScreenPolygon(const osg::Camera& camera,
                                                const QelVector3dArray& points,
-                                               const QelPointArray& polygon,
-                                               QelVector3dArray* out, Qel3DIntArray* indices,
-                                               bool keepInside) {
+                                               const QelPointArray& polygon, QelVector3dArray* out,
+                                               Qel3DIntArray* indices, bool keepInside) {
     const osg::Viewport* viewport = camera.getViewport();
     if (!out || !viewport || viewport->width() <= 0 || viewport->height() <= 0)
         return QEL_DATA_INVALID_ARGUMENT;
@@ -65,7 +64,8 @@ long Qel3DGraphicsIO::GetPointsInScreenPolygon(const osg::Camera& camera,
         65536);
 
     size_t kept = 0;
-    for (unsigned char k : keep) kept += k;
+    for (unsigned char k : keep)
+        kept += k;
     QelVector3dArray selected(static_cast<int>(kept));
     Qel3DIntArray selectedIndices;
     if (indices) selectedIndices.SetSize(static_cast<int>(kept));

@@ -6,6 +6,10 @@ bool Qel3DIntArray::SetSize(int n) {
     return true;
 }
 
-int* Qel3DIntArray::Data() { return items_.empty() ? nullptr : items_.data(); }
+int* Qel3DIntArray::Data() {
+    return items_.empty() ? nullptr : items_.data();
+}
 
-const int* Qel3DIntArray::Data() const { return items_.empty() ? nullptr : items_.data(); }
+const int* Qel3DIntArray::Data() const {
+    return items_.empty() ? nullptr : items_.data();
+}

@@ -1,7 +1,7 @@
 #include "Qel3DLineSet.h"
 
-#include <cstddef>
 #include <climits>
+#include <cstddef>
 
 bool Qel3DLineSet::SetSize(int numVertex, int numLine) {
     if (numVertex < 0 || numLine < 0) return false;
@@ -11,12 +11,18 @@ bool Qel3DLineSet::SetSize(int numVertex, int numLine) {
     return true;
 }
 
-float* Qel3DLineSet::VertexData() { return vertices_.empty() ? nullptr : vertices_.data(); }
+float* Qel3DLineSet::VertexData() {
+    return vertices_.empty() ? nullptr : vertices_.data();
+}
 
 const float* Qel3DLineSet::VertexData() const {
     return vertices_.empty() ? nullptr : vertices_.data();
 }
 
-int* Qel3DLineSet::LineData() { return lines_.empty() ? nullptr : lines_.data(); }
+int* Qel3DLineSet::LineData() {
+    return lines_.empty() ? nullptr : lines_.data();
+}
 
-const int* Qel3DLineSet::LineData() const { return lines_.empty() ? nullptr : lines_.data(); }
+const int* Qel3DLineSet::LineData() const {
+    return lines_.empty() ? nullptr : lines_.data();
+}

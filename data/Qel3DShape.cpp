@@ -4,8 +4,10 @@
 
 void Qel3DShape::setVectors(int kind, const QelVector3d* v, int nv, const float* f, int nf) {
     kind_ = kind;
-    for (int i = 0; i < 3; ++i) vectors_[i] = i < nv ? v[i] : QelVector3d();
-    for (int i = 0; i < 5; ++i) values_[i] = i < nf ? f[i] : 0.0f;
+    for (int i = 0; i < 3; ++i)
+        vectors_[i] = i < nv ? v[i] : QelVector3d();
+    for (int i = 0; i < 5; ++i)
+        values_[i] = i < nf ? f[i] : 0.0f;
     subType_ = 0;
     polygon_ = QelVector3dArray();
     lineSet_ = Qel3DLineSet();
@@ -105,16 +107,15 @@ void Qel3DShape::Set3DEllipticCylinder(const QelVector3d& centre, const QelVecto
     setVectors(QEL_3D_ELLIPTIC_CYLINDER, v, 2, f, 3);
 }
 
-void Qel3DShape::Set3DCone(const QelVector3d& centre, const QelVector3d& angles,
-                           float bottomRadius, float topRadius, float height, float sweepAngle) {
+void Qel3DShape::Set3DCone(const QelVector3d& centre, const QelVector3d& angles, float bottomRadius,
+                           float topRadius, float height, float sweepAngle) {
     const QelVector3d v[] = {centre, angles};
     const float f[] = {bottomRadius, topRadius, height, sweepAngle};
     setVectors(QEL_3D_CONE, v, 2, f, 4);
 }
 
-void Qel3DShape::Set3DTube(const QelVector3d& centre, const QelVector3d& angles,
-                           float innerRadius, float outerRadius, float height, float startAngle,
-                           float sweepAngle) {
+void Qel3DShape::Set3DTube(const QelVector3d& centre, const QelVector3d& angles, float innerRadius,
+                           float outerRadius, float height, float startAngle, float sweepAngle) {
     const QelVector3d v[] = {centre, angles};
     const float f[] = {innerRadius, outerRadius, height, startAngle, sweepAngle};
     setVectors(QEL_3D_TUBE, v, 2, f, 5);
@@ -126,9 +127,9 @@ void Qel3DShape::Set3DEllipsoid(const QelVector3d& centre, const QelVector3d& an
     setVectors(QEL_3D_ELLIPSOID, v, 3, nullptr, 0);
 }
 
-void Qel3DShape::Set3DTorus(const QelVector3d& centre, const QelVector3d& angles,
-                            float innerRadius, float outerRadius, float startAngle,
-                            float sweepAngle, Qel3DTorusType type) {
+void Qel3DShape::Set3DTorus(const QelVector3d& centre, const QelVector3d& angles, float innerRadius,
+                            float outerRadius, float startAngle, float sweepAngle,
+                            Qel3DTorusType type) {
     const QelVector3d v[] = {centre, angles};
     const float f[] = {innerRadius, outerRadius, startAngle, sweepAngle};
     setVectors(QEL_3D_TORUS, v, 2, f, 4);

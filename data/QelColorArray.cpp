@@ -1,7 +1,7 @@
 #include "QelColorArray.h"
 
-#include <cstddef>
 #include <climits>
+#include <cstddef>
 
 bool QelColorArray::Create(int count, int channels) {
     if (count < 0 || channels < 1 || channels > 4) return false;
@@ -19,14 +19,17 @@ bool QelColorArray::SetSize(int width, int height, int channels) {
     return Create(static_cast<int>(count), channels);
 }
 
-unsigned char* QelColorArray::Data() { return bytes_.empty() ? nullptr : bytes_.data(); }
+unsigned char* QelColorArray::Data() {
+    return bytes_.empty() ? nullptr : bytes_.data();
+}
 
 const unsigned char* QelColorArray::Data() const {
     return bytes_.empty() ? nullptr : bytes_.data();
 }
 
 QelColor QelColorArray::operator[](int i) const {
-    const std::uint8_t* p = bytes_.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(channels_);
+    const std::uint8_t* p =
+        bytes_.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(channels_);
     switch (channels_) {
         case 1:
             return QelColor(p[0], p[0], p[0], 255);

@@ -1,7 +1,7 @@
 #include "QelImage.h"
 
-#include <cstddef>
 #include <climits>
+#include <cstddef>
 #include <cstring>
 #include <fstream>
 #include <opencv2/core.hpp>
@@ -24,8 +24,8 @@ int QelImage::ValueSize(int type) {
     }
 }
 
-QelImage::QelImage(const unsigned char* data, int width, int height, int bytesPerLine,
-                   int channels, QelImageType type) {
+QelImage::QelImage(const unsigned char* data, int width, int height, int bytesPerLine, int channels,
+                   QelImageType type) {
     CreateImage(data, width, height, bytesPerLine, channels, type);
 }
 
@@ -49,7 +49,9 @@ bool QelImage::CreateImage(const unsigned char* data, int width, int height, int
     return true;
 }
 
-unsigned char* QelImage::ImageData() { return pixels_.empty() ? nullptr : pixels_.data(); }
+unsigned char* QelImage::ImageData() {
+    return pixels_.empty() ? nullptr : pixels_.data();
+}
 
 const unsigned char* QelImage::ImageData() const {
     return pixels_.empty() ? nullptr : pixels_.data();

@@ -1,13 +1,13 @@
 #include "QelLUTSetting.h"
 
-#include <cstddef>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "ColorTables.h"
+#include "ParallelFor.h"
 #include "Qel3DImageMathematics.h"
 #include "QelDataStatus.h"
-#include "ParallelFor.h"
 #include "SampleTypes.h"
 
 namespace QELMV {

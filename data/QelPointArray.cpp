@@ -1,5 +1,9 @@
 #include "QelPointArray.h"
 
-void QelPointArray::Append(const QelPoint& p) { items_.push_back(p); }
+void QelPointArray::Append(const QelPoint& p) {
+    items_.push_back(p);
+}
 
-void QelPointArray::Clear() { items_.clear(); }
+void QelPointArray::Clear() {
+    items_.clear();
+}

@@ -1,7 +1,7 @@
 #include "QelRangeImage.h"
 
-#include <cstddef>
 #include <climits>
+#include <cstddef>
 #include <cstring>
 
 #include "Qel3DFileOperation.h"
@@ -15,7 +15,9 @@ int QelRangeImage::SampleSize(int dataType) {
     return size;
 }
 
-unsigned char* QelRangeImage::Data() { return samples_.empty() ? nullptr : samples_.data(); }
+unsigned char* QelRangeImage::Data() {
+    return samples_.empty() ? nullptr : samples_.data();
+}
 
 const unsigned char* QelRangeImage::Data() const {
     return samples_.empty() ? nullptr : samples_.data();
@@ -25,9 +27,13 @@ bool QelRangeImage::IsValidColor() const {
     return !colors_.IsEmpty() && colorWidth_ == width_ && colorHeight_ == height_;
 }
 
-unsigned char* QelRangeImage::ColorData() { return colors_.Data(); }
+unsigned char* QelRangeImage::ColorData() {
+    return colors_.Data();
+}
 
-const unsigned char* QelRangeImage::ColorData() const { return colors_.Data(); }
+const unsigned char* QelRangeImage::ColorData() const {
+    return colors_.Data();
+}
 
 bool QelRangeImage::SetSize(int width, int height, int dataType) {
     const int sampleSize = SampleSize(dataType);
@@ -40,7 +46,8 @@ bool QelRangeImage::SetSize(int width, int height, int dataType) {
         using T = typename decltype(tag)::Value;
         const T marker = decltype(tag)::marker();
         T* p = reinterpret_cast<T*>(samples.data());
-        for (long long i = 0; i < count; ++i) p[i] = marker;
+        for (long long i = 0; i < count; ++i)
+            p[i] = marker;
     });
     samples_.swap(samples);
     width_ = width;

@@ -18,7 +18,9 @@ int QelTriangleMesh::NumValidTriangles() const {
     return n;
 }
 
-int* QelTriangleMesh::TriangleData() { return triangles_.empty() ? nullptr : triangles_.data(); }
+int* QelTriangleMesh::TriangleData() {
+    return triangles_.empty() ? nullptr : triangles_.data();
+}
 
 const int* QelTriangleMesh::TriangleData() const {
     return triangles_.empty() ? nullptr : triangles_.data();

@@ -1,8 +1,8 @@
 #include "QelTrimeshFromLines.h"
 
-#include <cstddef>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "EarClipping.h"
 #include "QelDataStatus.h"

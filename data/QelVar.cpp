@@ -45,8 +45,14 @@ double QelVar::D() const {
     return 0.0;
 }
 
-float QelVar::F() const { return static_cast<float>(D()); }
+float QelVar::F() const {
+    return static_cast<float>(D());
+}
 
-const char* QelVar::S() const { return string_.c_str(); }
+const char* QelVar::S() const {
+    return string_.c_str();
+}
 
-const wchar_t* QelVar::WS() const { return wstring_.c_str(); }
+const wchar_t* QelVar::WS() const {
+    return wstring_.c_str();
+}

@@ -6,4 +6,6 @@ bool QelVarArray::SetSize(int n) {
     return true;
 }
 
-void QelVarArray::Append(const QelVar& v) { items_.push_back(v); }
+void QelVarArray::Append(const QelVar& v) {
+    items_.push_back(v);
+}

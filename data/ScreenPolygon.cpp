@@ -1,8 +1,8 @@
 #include "ScreenPolygon.h"
 
-#include <cstddef>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace qel {
 
@@ -16,7 +16,8 @@ bool ScreenPolygon::build(const std::vector<double>& xy) {
         v.push_back(xy[i + 1]);
     }
     // A closing vertex equal to the first is implied anyway.
-    while (v.size() >= 4 && v[0] == v[v.size() - 2] && v[1] == v[v.size() - 1]) v.resize(v.size() - 2);
+    while (v.size() >= 4 && v[0] == v[v.size() - 2] && v[1] == v[v.size() - 1])
+        v.resize(v.size() - 2);
     const size_t n = v.size() / 2;
     if (n < 3) return false;
 
@@ -41,7 +42,8 @@ bool ScreenPolygon::build(const std::vector<double>& xy) {
                                   bands_ - 1);
         const int b1 = std::clamp(static_cast<int>((std::max(e.y0, e.y1) - minY_) / bandHeight_), 0,
                                   bands_ - 1);
-        for (int b = b0; b <= b1; ++b) perBand[static_cast<std::size_t>(b)].push_back(e);
+        for (int b = b0; b <= b1; ++b)
+            perBand[static_cast<std::size_t>(b)].push_back(e);
     }
     bandStart_.assign(static_cast<std::size_t>(bands_) + 1, 0);
     bandEdges_.clear();
@@ -56,8 +58,8 @@ bool ScreenPolygon::contains(double x, double y) const {
     if (!(x >= minX_ && x <= maxX_ && y >= minY_ && y <= maxY_)) return false;
     const int b = std::clamp(static_cast<int>((y - minY_) / bandHeight_), 0, bands_ - 1);
     bool inside = false;
-    for (int k = bandStart_[static_cast<std::size_t>(b)]; k < bandStart_[static_cast<std::size_t>(b) + 1];
-         ++k) {
+    for (int k = bandStart_[static_cast<std::size_t>(b)];
+         k < bandStart_[static_cast<std::size_t>(b) + 1]; ++k) {
         const Edge& e = bandEdges_[static_cast<std::size_t>(k)];
         if ((e.y0 > y) != (e.y1 > y)) {
             const double xCross = e.x0 + (y - e.y0) * (e.x1 - e.x0) / (e.y1 - e.y0);

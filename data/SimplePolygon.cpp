@@ -56,15 +56,18 @@ long SimplePolygon::initialize() {
     }
     const double len = std::sqrt(nrm[0] * nrm[0] + nrm[1] * nrm[1] + nrm[2] * nrm[2]);
     if (!(len > 1e-12 * scale2_) || scale2_ == 0) return QEL_DATA_DEGENERATE;
-    for (double& x : nrm) x /= len;
+    for (double& x : nrm)
+        x /= len;
 
     // An in-plane basis (e1, e2) with e1 x e2 = normal.
     double helper[3] = {1, 0, 0};
     if (std::fabs(nrm[0]) > 0.9) helper[0] = 0, helper[1] = 1;
-    double e1[3] = {helper[1] * nrm[2] - helper[2] * nrm[1], helper[2] * nrm[0] - helper[0] * nrm[2],
+    double e1[3] = {helper[1] * nrm[2] - helper[2] * nrm[1],
+                    helper[2] * nrm[0] - helper[0] * nrm[2],
                     helper[0] * nrm[1] - helper[1] * nrm[0]};
     const double l1 = std::sqrt(e1[0] * e1[0] + e1[1] * e1[1] + e1[2] * e1[2]);
-    for (double& x : e1) x /= l1;
+    for (double& x : e1)
+        x /= l1;
     const double e2[3] = {nrm[1] * e1[2] - nrm[2] * e1[1], nrm[2] * e1[0] - nrm[0] * e1[2],
                           nrm[0] * e1[1] - nrm[1] * e1[0]};
     std::vector<double> u(n), v(n);

@@ -15,7 +15,8 @@ using QELMV::QEL_DATA_OK;
 
 void addTriangleIndices(GeometryData& g) {
     const int base = static_cast<int>(g.vertexCount()) - 3;
-    for (int k = 0; k < 3; ++k) g.triangles.push_back(base + k);
+    for (int k = 0; k < 3; ++k)
+        g.triangles.push_back(base + k);
 }
 
 // 0 on success, QEL_DATA_FILE_MALFORMED when the text is not STL.
@@ -64,7 +65,8 @@ long readBinary(const std::uint8_t* data, std::size_t size, GeometryData& g) {
     g.triangles.reserve(std::size_t(count) * 3);
     for (std::uint32_t t = 0; t < count; ++t) {
         float v[12];
-        for (float& x : v) in.read(x);  // fits: checked against the size above
+        for (float& x : v)
+            in.read(x);  // fits: checked against the size above
         g.xyz.insert(g.xyz.end(), v + 3, v + 12);
         addTriangleIndices(g);
         in.skip(2);  // attribute byte count

@@ -27,13 +27,15 @@ long XyzReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         TextScanner::split(trimmed, f, ",;");
         double v[6];
         std::size_t parsed = 0;
-        while (parsed < std::min<std::size_t>(f.size(), 6) && TextScanner::toDouble(f[parsed], v[parsed]))
+        while (parsed < std::min<std::size_t>(f.size(), 6) &&
+               TextScanner::toDouble(f[parsed], v[parsed]))
             ++parsed;
         const bool header = firstLine && parsed < 3;
         firstLine = false;
         if (header) continue;
         if (parsed < 3) return QEL_DATA_FILE_MALFORMED;
-        for (int k = 0; k < 3; ++k) g.xyz.push_back(static_cast<float>(v[k]));
+        for (int k = 0; k < 3; ++k)
+            g.xyz.push_back(static_cast<float>(v[k]));
         if (parsed < 6) {
             allHaveExtra = false;
             extra.clear();
@@ -56,7 +58,8 @@ long XyzReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
         g.colors.reserve(extra.size());
         for (double c : extra) {
             const double b = c * scale;
-            g.colors.push_back(b > 0 ? static_cast<std::uint8_t>(std::min(255.0, std::round(b))) : 0);
+            g.colors.push_back(b > 0 ? static_cast<std::uint8_t>(std::min(255.0, std::round(b)))
+                                     : 0);
         }
     }
     out = std::move(g);

@@ -24,8 +24,7 @@ public:
     void Set3DCircle(const QelVector3d& centre, const QelVector3d& normal, float radius);
     void Set3DEllipse(const QelVector3d& centre, const QelVector3d& angles, float radiusA,
                       float radiusB);
-    void Set3DRect(const QelVector3d& centre, const QelVector3d& angles, float width,
-                   float height);
+    void Set3DRect(const QelVector3d& centre, const QelVector3d& angles, float width, float height);
     void Set3DArc(const QelVector3d& centre, const QelVector3d& angles, float radius,
                   float startAngle, float sweepAngle);
     void Set3DTriangle(const QelVector3d& a, const QelVector3d& b, const QelVector3d& c);
@@ -34,8 +33,8 @@ public:
     void Set3DSphere(const QelVector3d& centre, float radius);
     void Set3DCylinder(const QelVector3d& centre, const QelVector3d& angles, float radius,
                        float height);
-    void Set3DEllipticCylinder(const QelVector3d& centre, const QelVector3d& angles,
-                               float radiusA, float radiusB, float height);
+    void Set3DEllipticCylinder(const QelVector3d& centre, const QelVector3d& angles, float radiusA,
+                               float radiusB, float height);
     void Set3DCone(const QelVector3d& centre, const QelVector3d& angles, float bottomRadius,
                    float topRadius, float height, float sweepAngle);
     void Set3DTube(const QelVector3d& centre, const QelVector3d& angles, float innerRadius,
@@ -63,11 +62,10 @@ public:
                        float* height) const;
     bool Get3DEllipticCylinder(QelVector3d* centre, QelVector3d* angles, float* radiusA,
                                float* radiusB, float* height) const;
-    bool Get3DCone(QelVector3d* centre, QelVector3d* angles, float* bottomRadius,
-                   float* topRadius, float* height, float* sweepAngle) const;
-    bool Get3DTube(QelVector3d* centre, QelVector3d* angles, float* innerRadius,
-                   float* outerRadius, float* height, float* startAngle,
-                   float* sweepAngle) const;
+    bool Get3DCone(QelVector3d* centre, QelVector3d* angles, float* bottomRadius, float* topRadius,
+                   float* height, float* sweepAngle) const;
+    bool Get3DTube(QelVector3d* centre, QelVector3d* angles, float* innerRadius, float* outerRadius,
+                   float* height, float* startAngle, float* sweepAngle) const;
     bool Get3DEllipsoid(QelVector3d* centre, QelVector3d* angles, QelVector3d* radii) const;
     bool Get3DTorus(QelVector3d* centre, QelVector3d* angles, float* innerRadius,
                     float* outerRadius, float* startAngle, float* sweepAngle,

@@ -38,10 +38,10 @@ TEST(ColorTables, BarSchemesMatchTheColourBar) {
     // Position 0 is the bar's top (maximum), 1 its bottom.
     expectColor(colorAt(0.0, 0), 255, 255, 255);
     expectColor(colorAt(1.0, 0), 0, 0, 0);
-    expectColor(colorAt(1.0, 1), 0, 0, 128);  // dark blue at the bottom
+    expectColor(colorAt(1.0, 1), 0, 0, 128);      // dark blue at the bottom
     expectColor(colorAt(0.375, 1), 255, 255, 0);  // yellow
-    expectColor(colorAt(0.0, 1), 128, 0, 0);  // dark red at the top
-    expectColor(colorAt(1.0, 2), 255, 0, 0);  // hue 0
+    expectColor(colorAt(0.0, 1), 128, 0, 0);      // dark red at the top
+    expectColor(colorAt(1.0, 2), 255, 0, 0);      // hue 0
     expectColor(colorAt(2.0 / 3.0, 2), 0, 255, 0);
     expectColor(colorAt(1.0, 3), 128, 0, 0);
     const QelColor top3 = colorAt(0.0, 3);

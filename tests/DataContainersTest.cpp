@@ -73,21 +73,35 @@ TEST(RangeImage, SetSizeFillsEveryTypeWithItsMarker) {
         int type;
         double marker;
     };
-    const Case cases[] = {{QEL_8U, 0},          {QEL_8S, -128},         {QEL_16U, 0},
-                          {QEL_16S, -32768},    {QEL_32S, -2147483648.0}, {QEL_32F, -FLT_MAX},
+    const Case cases[] = {{QEL_8U, 0},        {QEL_8S, -128},           {QEL_16U, 0},
+                          {QEL_16S, -32768},  {QEL_32S, -2147483648.0}, {QEL_32F, -FLT_MAX},
                           {QEL_64F, -DBL_MAX}};
     for (const Case& c : cases) {
         QelRangeImage img;
         ASSERT_TRUE(img.SetSize(3, 2, c.type));
         double last = 0;
         switch (c.type) {
-            case QEL_8U: last = img.Data()[5]; break;
-            case QEL_8S: last = reinterpret_cast<signed char*>(img.Data())[5]; break;
-            case QEL_16U: last = reinterpret_cast<unsigned short*>(img.Data())[5]; break;
-            case QEL_16S: last = reinterpret_cast<short*>(img.Data())[5]; break;
-            case QEL_32S: last = reinterpret_cast<int*>(img.Data())[5]; break;
-            case QEL_32F: last = reinterpret_cast<float*>(img.Data())[5]; break;
-            default: last = reinterpret_cast<double*>(img.Data())[5]; break;
+            case QEL_8U:
+                last = img.Data()[5];
+                break;
+            case QEL_8S:
+                last = reinterpret_cast<signed char*>(img.Data())[5];
+                break;
+            case QEL_16U:
+                last = reinterpret_cast<unsigned short*>(img.Data())[5];
+                break;
+            case QEL_16S:
+                last = reinterpret_cast<short*>(img.Data())[5];
+                break;
+            case QEL_32S:
+                last = reinterpret_cast<int*>(img.Data())[5];
+                break;
+            case QEL_32F:
+                last = reinterpret_cast<float*>(img.Data())[5];
+                break;
+            default:
+                last = reinterpret_cast<double*>(img.Data())[5];
+                break;
         }
         EXPECT_EQ(last, c.marker) << "type " << c.type;
     }

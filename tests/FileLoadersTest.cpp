@@ -41,13 +41,16 @@ QelTriangleMesh loadMesh(const std::string& path, long* status, bool merge = fal
 // loader must never crash, and a failed load must leave the target alone.
 template <typename Target>
 void expectTruncationsSafe(const TempDir& dir, const std::string& name, const std::string& bytes) {
-    for (std::size_t cut = 0; cut < bytes.size(); cut += std::max<std::size_t>(1, bytes.size() / 60)) {
+    for (std::size_t cut = 0; cut < bytes.size();
+         cut += std::max<std::size_t>(1, bytes.size() / 60)) {
         const std::string path = dir.write(name, bytes.substr(0, cut));
         Target target;
         QelVector3dArray marker(1);
         marker[0] = QelVector3d(7, 7, 7);
-        if constexpr (std::is_same<Target, QelPointCloud>::value) target.SetPoints(marker);
-        else target.SetVertices(marker);
+        if constexpr (std::is_same<Target, QelPointCloud>::value)
+            target.SetPoints(marker);
+        else
+            target.SetVertices(marker);
         QelVar p = widePath(path);
         const long status = Qel3DFileOperation().Load(&target, p, true, true);
         if (status != 0) {
@@ -78,7 +81,8 @@ std::string binaryPly(bool bigEndian) {
         s += char(30);
     }
     s += char(4);
-    for (int i : {0, 1, 2, 3}) put<int>(s, i, bigEndian);
+    for (int i : {0, 1, 2, 3})
+        put<int>(s, i, bigEndian);
     return s;
 }
 
@@ -140,8 +144,10 @@ TEST(StlLoader, AsciiAndBinaryWithOptionalMerging) {
     put<std::uint32_t>(binary, 2);
     const float tri[2][9] = {{0, 0, 0, 1, 0, 0, 0, 1, 0}, {1, 0, 0, 1, 1, 0, 0, 1, 0}};
     for (const auto& t : tri) {
-        for (int k = 0; k < 3; ++k) put<float>(binary, 0.0f);
-        for (float v : t) put<float>(binary, v);
+        for (int k = 0; k < 3; ++k)
+            put<float>(binary, 0.0f);
+        for (float v : t)
+            put<float>(binary, v);
         put<std::uint16_t>(binary, 0);
     }
     for (const std::string& bytes : {ascii, binary}) {
@@ -156,7 +162,8 @@ TEST(StlLoader, AsciiAndBinaryWithOptionalMerging) {
         EXPECT_EQ(merged.NumValidTriangles(), 2);
     }
     long status = 0;
-    loadMesh(dir.write("bad.stl", "solid x\n facet normal 0 0 1\n outer loop\n vertex 0 0 0\n"), &status);
+    loadMesh(dir.write("bad.stl", "solid x\n facet normal 0 0 1\n outer loop\n vertex 0 0 0\n"),
+             &status);
     EXPECT_NE(status, 0);
     expectTruncationsSafe<QelTriangleMesh>(dir, "t.stl", binary);
 }
@@ -189,13 +196,15 @@ TEST(OffLoader, PlainAndColouredVariants) {
     TempDir dir;
     long status = -1;
     QelTriangleMesh mesh = loadMesh(
-        dir.write("a.off", "OFF\n# comment\n4 1 0\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n4 0 1 2 3\n"), &status);
+        dir.write("a.off", "OFF\n# comment\n4 1 0\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n4 0 1 2 3\n"),
+        &status);
     ASSERT_EQ(status, 0);
     EXPECT_EQ(mesh.NumTriangles(), 2);
     EXPECT_FALSE(mesh.IsValidVertexColor());
 
-    mesh = loadMesh(dir.write("b.off", "COFF 3 1 0\n0 0 0 255 0 0 255\n1 0 0 0 1.0 0\n0 1 0 0 0 255\n"
-                                       "3 0 1 2\n"),
+    mesh = loadMesh(dir.write("b.off",
+                              "COFF 3 1 0\n0 0 0 255 0 0 255\n1 0 0 0 1.0 0\n0 1 0 0 0 255\n"
+                              "3 0 1 2\n"),
                     &status);
     ASSERT_EQ(status, 0);
     EXPECT_EQ(mesh.DeepCopyVertexColor()[0].r, 255);
@@ -232,15 +241,18 @@ TEST(PcdLoader, AsciiBinaryAndCompressedAgree) {
     TempDir dir;
     const float xyz[3][3] = {{1, 2, 3}, {4, 5, 6}, {NAN, NAN, NAN}};
     const std::uint32_t rgb[3] = {0xff0000, 0x00ff00, 0x0000ff};
-    std::string ascii = std::string(kPcdHeader) + "DATA ascii\n1 2 3 16711680\n4 5 6 65280\nnan nan nan 255\n";
+    std::string ascii =
+        std::string(kPcdHeader) + "DATA ascii\n1 2 3 16711680\n4 5 6 65280\nnan nan nan 255\n";
     std::string binary = std::string(kPcdHeader) + "DATA binary\n";
     std::string fieldMajor;
     for (int i = 0; i < 3; ++i) {
-        for (float v : xyz[i]) put<float>(binary, v);
+        for (float v : xyz[i])
+            put<float>(binary, v);
         put<std::uint32_t>(binary, rgb[i]);
     }
     for (int f = 0; f < 4; ++f)
-        for (int i = 0; i < 3; ++i) f < 3 ? put<float>(fieldMajor, xyz[i][f]) : put<std::uint32_t>(fieldMajor, rgb[i]);
+        for (int i = 0; i < 3; ++i)
+            f < 3 ? put<float>(fieldMajor, xyz[i][f]) : put<std::uint32_t>(fieldMajor, rgb[i]);
     std::string compressed = std::string(kPcdHeader) + "DATA binary_compressed\n";
     const std::string packed = lzfLiterals(fieldMajor);
     put<std::uint32_t>(compressed, static_cast<std::uint32_t>(packed.size()));
@@ -275,7 +287,8 @@ TEST(PcdLoader, AsciiBinaryAndCompressedAgree) {
 TEST(XyzLoader, SeparatorsHeadersAndExtraColumns) {
     TempDir dir;
     long status = -1;
-    QelPointCloud cloud = loadCloud(dir.write("a.txt", "x,y,z,r,g,b\n1,2,3,255,0,0\n4;5;6;0;128;0\n"), &status);
+    QelPointCloud cloud =
+        loadCloud(dir.write("a.txt", "x,y,z,r,g,b\n1,2,3,255,0,0\n4;5;6;0;128;0\n"), &status);
     ASSERT_EQ(status, 0);
     ASSERT_EQ(cloud.Length(), 2);
     EXPECT_EQ(cloud.DeepCopyColors()[1].g, 128);
@@ -361,15 +374,18 @@ TEST(FileOperation, PathsAndSuffixes) {
     TempDir dir;
     QelPointCloud cloud;
     QelVar missing = widePath(dir.file("none.ply"));
-    EXPECT_EQ(Qel3DFileOperation().Load(&cloud, missing, true, true), QELMV::QEL_DATA_FILE_NOT_READABLE);
+    EXPECT_EQ(Qel3DFileOperation().Load(&cloud, missing, true, true),
+              QELMV::QEL_DATA_FILE_NOT_READABLE);
     QelVar folder = widePath(dir.file(""));
     QelRangeImage img;
     EXPECT_NE(Qel3DFileOperation().Load(&img, folder, true), 0);
     QelVar unknown = widePath(dir.write("a.abc", "1 2 3\n"));
-    EXPECT_EQ(Qel3DFileOperation().Load(&cloud, unknown, true, true), QELMV::QEL_DATA_FORMAT_UNSUPPORTED);
+    EXPECT_EQ(Qel3DFileOperation().Load(&cloud, unknown, true, true),
+              QELMV::QEL_DATA_FORMAT_UNSUPPORTED);
     QelVar number(3L);
     EXPECT_NE(Qel3DFileOperation().Load(&cloud, number, true, true), 0);
-    EXPECT_NE(Qel3DFileOperation().Load(static_cast<QelPointCloud*>(nullptr), unknown, true, true), 0);
+    EXPECT_NE(Qel3DFileOperation().Load(static_cast<QelPointCloud*>(nullptr), unknown, true, true),
+              0);
 
     // Narrow paths, upper-case suffixes and non-ASCII file names all work.
     const std::string named = dir.write("Punkte-\xc3\xa4.XYZ", "1 2 3\n");

@@ -21,7 +21,8 @@ TEST(RangeImageMaxMin, SkipsInvalidSamplesAndHonoursTheRegion) {
     img.SetInfo(1, 1, 0.5, 0, 0, 1);
     QelPoint maxAt, minAt;
     double maxZ = 0, minZ = 0;
-    ASSERT_EQ(Qel3DImageMathematics().RangeImageMaxMin(img, QelROI(), &maxAt, &minAt, &maxZ, &minZ), 0);
+    ASSERT_EQ(Qel3DImageMathematics().RangeImageMaxMin(img, QelROI(), &maxAt, &minAt, &maxZ, &minZ),
+              0);
     EXPECT_DOUBLE_EQ(maxZ, (40 - 1) * 0.5);
     EXPECT_DOUBLE_EQ(minZ, (-7 - 1) * 0.5);
     EXPECT_EQ(maxAt.x, 2);
@@ -31,15 +32,19 @@ TEST(RangeImageMaxMin, SkipsInvalidSamplesAndHonoursTheRegion) {
 
     QelROI roi;
     ASSERT_TRUE(roi.GenRect1(QelPoint(0, 0), QelPoint(1, 1)));  // corners included
-    ASSERT_EQ(Qel3DImageMathematics().RangeImageMaxMin(img, roi, nullptr, nullptr, &maxZ, &minZ), 0);
+    ASSERT_EQ(Qel3DImageMathematics().RangeImageMaxMin(img, roi, nullptr, nullptr, &maxZ, &minZ),
+              0);
     EXPECT_DOUBLE_EQ(maxZ, (5 - 1) * 0.5);
     EXPECT_DOUBLE_EQ(minZ, (2 - 1) * 0.5);
 
     ASSERT_TRUE(roi.GenRect1(QelPoint(10, 10), QelPoint(20, 20)));
-    EXPECT_NE(Qel3DImageMathematics().RangeImageMaxMin(img, roi, nullptr, nullptr, &maxZ, &minZ), 0);
+    EXPECT_NE(Qel3DImageMathematics().RangeImageMaxMin(img, roi, nullptr, nullptr, &maxZ, &minZ),
+              0);
     QelRangeImage empty;
     ASSERT_TRUE(empty.SetSize(2, 2, QEL_32F));
-    EXPECT_NE(Qel3DImageMathematics().RangeImageMaxMin(empty, QelROI(), nullptr, nullptr, &maxZ, &minZ), 0);
+    EXPECT_NE(
+        Qel3DImageMathematics().RangeImageMaxMin(empty, QelROI(), nullptr, nullptr, &maxZ, &minZ),
+        0);
 }
 
 TEST(PoseMatrix, AcceptsRigidMotionsOnly) {
@@ -100,7 +105,8 @@ TEST(EarClipping, ConcavePolygonInATiltedPlane) {
     // An L shape of area 3, tilted out of every axis plane.
     const double l[6][2] = {{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}};
     std::vector<Point> p;
-    for (const auto& q : l) p.push_back({q[0], q[1] * 0.6, q[1] * 0.8 + 5});
+    for (const auto& q : l)
+        p.push_back({q[0], q[1] * 0.6, q[1] * 0.8 + 5});
     std::vector<Triangle> tris;
     ASSERT_EQ(triangulate(p, tris), 0);
     EXPECT_EQ(tris.size(), 4u);
@@ -124,9 +130,19 @@ TEST(EarClipping, DegenerateAndSelfTouchingInputFails) {
     EXPECT_NE(triangulate({{0, 0, 0}, {1, 1, 1}, {2, 2, 2}}, tris), 0) << "collinear";
     EXPECT_NE(triangulate({{0, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 2, 0}}, tris), 0) << "bow tie";
     // Two squares touching at one corner.
-    EXPECT_NE(triangulate({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {2, 1, 0}, {2, 2, 0}, {1, 2, 0}, {1, 1, 0}, {0, 1, 0}}, tris), 0);
+    EXPECT_NE(triangulate({{0, 0, 0},
+                           {1, 0, 0},
+                           {1, 1, 0},
+                           {2, 1, 0},
+                           {2, 2, 0},
+                           {1, 2, 0},
+                           {1, 1, 0},
+                           {0, 1, 0}},
+                          tris),
+              0);
     EXPECT_NE(triangulate({{0, 0, 0}, {1, 0, 0}, {NAN, 1, 0}}, tris), 0);
-    EXPECT_NE(triangulate({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}}, tris), 0) << "repeated vertex";
+    EXPECT_NE(triangulate({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}}, tris), 0)
+        << "repeated vertex";
     SimplePolygon never({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
     EarClipping clipper(never);
     EXPECT_NE(clipper.initialize(), 0);
@@ -135,8 +151,9 @@ TEST(EarClipping, DegenerateAndSelfTouchingInputFails) {
 
 TEST(TrimeshFromLines, ClosedLoopsOnly) {
     osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array;
-    for (const auto& q : {osg::Vec3(0, 0, 0), osg::Vec3(1, 0, 0), osg::Vec3(1, 1, 0), osg::Vec3(0, 1, 0),
-                          osg::Vec3(5, 0, 0), osg::Vec3(6, 0, 0), osg::Vec3(6, 1, 0)})
+    for (const auto& q :
+         {osg::Vec3(0, 0, 0), osg::Vec3(1, 0, 0), osg::Vec3(1, 1, 0), osg::Vec3(0, 1, 0),
+          osg::Vec3(5, 0, 0), osg::Vec3(6, 0, 0), osg::Vec3(6, 1, 0)})
         v->push_back(q);
     // A closed square (segments in scrambled order) and an open chain.
     const std::vector<unsigned> lines = {2, 3, 0, 1, 3, 0, 1, 2, 4, 5, 5, 6};
@@ -145,7 +162,8 @@ TEST(TrimeshFromLines, ClosedLoopsOnly) {
     std::vector<unsigned> tris;
     ASSERT_TRUE(mesher.getTrimesh(tris));
     ASSERT_EQ(tris.size(), 6u);
-    for (unsigned i : tris) EXPECT_LT(i, 4u);
+    for (unsigned i : tris)
+        EXPECT_LT(i, 4u);
 
     const std::vector<unsigned> open = {4, 5, 5, 6};
     QelTrimeshFromLines chain(*v, open);

@@ -34,7 +34,8 @@ bool evenOdd(const std::vector<osg::Vec2d>& poly, double x, double y) {
     bool inside = false;
     for (std::size_t i = 0, j = poly.size() - 1; i < poly.size(); j = i++) {
         const osg::Vec2d &a = poly[i], &b = poly[j];
-        if ((a.y() > y) != (b.y() > y) && x < a.x() + (y - a.y()) * (b.x() - a.x()) / (b.y() - a.y()))
+        if ((a.y() > y) != (b.y() > y) &&
+            x < a.x() + (y - a.y()) * (b.x() - a.x()) / (b.y() - a.y()))
             inside = !inside;
     }
     return inside;
@@ -45,20 +46,22 @@ bool evenOdd(const std::vector<osg::Vec2d>& poly, double x, double y) {
 TEST(ScreenPolygon, InsideOutsideBehindAndInvalid) {
     auto camera = makeCamera();
     QelVector3dArray pts(5);
-    pts[0] = QelVector3d(0, 0, 0);     // window centre (50, 50)
-    pts[1] = QelVector3d(5, 0, 0);     // (75, 50)
-    pts[2] = QelVector3d(0, 0, 20);    // behind the eye
+    pts[0] = QelVector3d(0, 0, 0);        // window centre (50, 50)
+    pts[1] = QelVector3d(5, 0, 0);        // (75, 50)
+    pts[2] = QelVector3d(0, 0, 20);       // behind the eye
     pts[3] = QelVector3d(0, 0, FLT_MAX);  // invalid
-    pts[4] = QelVector3d(0, -2, 0);    // (50, 40): y grows upwards
+    pts[4] = QelVector3d(0, -2, 0);       // (50, 40): y grows upwards
     QelVector3dArray out;
     Qel3DIntArray idx;
     Qel3DGraphicsIO io;
-    ASSERT_EQ(io.GetPointsInScreenPolygon(*camera, pts, square(40, 35, 60, 60), &out, &idx, true), 0);
+    ASSERT_EQ(io.GetPointsInScreenPolygon(*camera, pts, square(40, 35, 60, 60), &out, &idx, true),
+              0);
     ASSERT_EQ(out.Length(), 2);
     EXPECT_EQ(idx[0], 0);
     EXPECT_EQ(idx[1], 4);
 
-    ASSERT_EQ(io.GetPointsInScreenPolygon(*camera, pts, square(40, 35, 60, 60), &out, &idx, false), 0);
+    ASSERT_EQ(io.GetPointsInScreenPolygon(*camera, pts, square(40, 35, 60, 60), &out, &idx, false),
+              0);
     ASSERT_EQ(out.Length(), 2) << "outside: the far right point and the one behind the eye";
     EXPECT_EQ(idx[0], 1);
     EXPECT_EQ(idx[1], 2);
@@ -101,7 +104,8 @@ TEST(ScreenPolygon, AgreesWithPlainEvenOddOnAConcaveStar) {
     std::uniform_real_distribution<float> u(-12.f, 12.f);
     const int n = 300000;  // large enough to run on several threads
     QelVector3dArray pts(n);
-    for (int i = 0; i < n; ++i) pts[i] = QelVector3d(u(rng), u(rng), u(rng) * 0.5f);
+    for (int i = 0; i < n; ++i)
+        pts[i] = QelVector3d(u(rng), u(rng), u(rng) * 0.5f);
 
     QelVector3dArray out;
     Qel3DIntArray idx;
@@ -118,5 +122,6 @@ TEST(ScreenPolygon, AgreesWithPlainEvenOddOnAConcaveStar) {
     }
     ASSERT_GT(expectedCount, 1000);
     ASSERT_EQ(idx.Length(), expectedCount);
-    for (int k = 0; k < idx.Length(); ++k) ASSERT_TRUE(expected[idx[k]]) << idx[k];
+    for (int k = 0; k < idx.Length(); ++k)
+        ASSERT_TRUE(expected[idx[k]]) << idx[k];
 }

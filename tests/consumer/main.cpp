@@ -3,12 +3,12 @@
 
 #include <cstdio>
 
-#define CHECK(cond)                                          \
-    do {                                                     \
-        if (!(cond)) {                                       \
+#define CHECK(cond)                                            \
+    do {                                                       \
+        if (!(cond)) {                                         \
             std::fprintf(stderr, "check failed: %s\n", #cond); \
-            return 1;                                        \
-        }                                                    \
+            return 1;                                          \
+        }                                                      \
     } while (0)
 
 int main() {

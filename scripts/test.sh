@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds the project and runs every test under a virtual X server.
+#   scripts/test.sh              release build in build/
+#   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer
+#                                build in build-asan/ (leaks are reported too)
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=$root/build
+flags=(-DCMAKE_BUILD_TYPE=Release)
+if [ "${1:-}" = "--sanitize" ]; then
+  build=$root/build-asan
+  flags=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DQEL_SANITIZE=address,undefined -DQEL_BUILD_BENCH=OFF)
+  export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:strict_string_checks=1
+  export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+fi
+cmake -S "$root" -B "$build" -G Ninja "${flags[@]}"
+cmake --build "$build" --parallel "$(nproc)"
+export QT_QPA_PLATFORM=xcb LP_NUM_THREADS=2
+cd "$build"
+xvfb-run -a -s "-screen 0 1280x1024x24" ctest --output-on-failure --timeout 600
