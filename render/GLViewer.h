@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QWidget>
+#include <memory>
+#include <osg/Group>
+#include <osg/ref_ptr>
+
+#include "TextOverlayManager.h"
+#include "TextPrototype.h"
+
+class QelOSGWidget;
+class QelColor;
+class QelVar;
+class QelVector3d;
+class ShaderADS;
+class ViewerManipulator;
+
+// The 3D view of a window: owns the scene, the embedded viewer widget, the
+// camera manipulator, the lighting program and the text overlays. The scene
+// is set up once, when the viewer's OpenGL side first initialises.
+class GLViewer : public QWidget {
+    Q_OBJECT
+public:
+    explicit GLViewer(QWidget* parent = nullptr);
+    ~GLViewer() override;
+
+    QelOSGWidget* osgWidget() const { return osgWidget_; }
+    ViewerManipulator* manipulator() const { return manipulator_; }
+    osg::Group* root() const { return root_.get(); }
+    osg::Group* axisGroup() const { return axisGroup_.get(); }
+    osg::Group* dataGroup() const { return dataGroup_.get(); }
+    osg::Group* shapeGroup() const { return shapeGroup_.get(); }
+    ShaderADS* lighting() const { return lighting_.get(); }
+    bool isInitialised() const { return initialised_; }
+
+    // Installs the camera manipulator when there is none (needs the viewer).
+    void installManipulator();
+
+    QColor backgroundColor() const { return background_; }
+    void setBackgroundColor(int r, int g, int b, int a);
+
+    // The lighting program is attached while the light is on; with the
+    // light off the data shows its plain colours.
+    void setLightState(bool on);
+    bool lightState() const { return lightOn_; }
+
+    // Adds a screen-facing text (narrow strings are GBK) and returns its id.
+    long addTextOverlay(const QelVar& text, const QelVector3d& position, float size,
+                        const QelColor& colour);
+    // 0, or 11100022 when no overlay has the id.
+    long removeTextOverlay(long id);
+    long removeAllTextOverlays();
+    int textOverlayCount() const { return textOverlays_.count(); }
+    const TextOverlayManager& textOverlays() const { return textOverlays_; }
+
+    // Renders one frame and returns it (initialising the viewer first).
+    QImage grabFrame();
+    // Schedules a repaint, which runs the next frame.
+    void requestRedraw();
+
+public slots:
+    void initializeScene();
+
+protected:
+    // Number of render objects in the view; the registry overrides it.
+    virtual int renderObjectCount() const { return 0; }
+
+    bool manipulatorPending_ = false;
+
+private:
+    void applyLightState();
+
+    QelOSGWidget* osgWidget_ = nullptr;
+    ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed
+    bool initialised_ = false;
+    osg::ref_ptr<osg::Group> root_;
+    osg::ref_ptr<osg::Group> axisGroup_;
+    osg::ref_ptr<osg::Group> dataGroup_;
+    osg::ref_ptr<osg::Group> shapeGroup_;
+    std::unique_ptr<ShaderADS> lighting_;
+    QColor background_{Qt::black};
+    bool lightOn_ = true;
+    TextPrototype textPrototype_;
+    TextOverlayManager textOverlays_;
+};

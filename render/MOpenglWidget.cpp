@@ -1,0 +1,170 @@
+#include "MOpenglWidget.h"
+
+#include <QDebug>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QOpenGLContext>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <osg/ContextData>
+#include <osg/GLObjects>
+
+#include "ExamplePaintSurface.h"
+#include "MRenderer.h"
+
+MOpenglWidget::MOpenglWidget(int flag, QWidget* parent) : QWidget(parent), flag_(flag) {
+    surface_ = new ExamplePaintSurface(nullptr, QSize(1, 1));
+    connect(surface_, &ExamplePaintSurface::sig_initializeGL, this, &MOpenglWidget::initializeGL);
+    connect(surface_, &ExamplePaintSurface::sig_resizeGL, this, &MOpenglWidget::resizeGL);
+    connect(surface_, &ExamplePaintSurface::sig_paintGL, this, &MOpenglWidget::paintGL);
+}
+
+MOpenglWidget::MOpenglWidget(QWidget* parent) : MOpenglWidget(0, parent) {}
+
+MOpenglWidget::~MOpenglWidget() {
+    teardownRenderer();
+    delete surface_;
+}
+
+// The scene graph library frees GL objects when its window closes; doing it
+// in this order, with the context current, is what keeps its exit clean.
+void MOpenglWidget::teardownRenderer() {
+    if (!renderer_) return;
+    try {
+        surface_->makeCurrent();
+    } catch (const char*) {
+        // No context: nothing GL-side can be released.
+    }
+    renderer_->setSceneData(nullptr);
+    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window = renderer_->graphicsWindow();
+    const unsigned int contextId = window ? window->getState()->getContextID() : 0;
+    if (window) window->close(true);
+    delete renderer_;
+    renderer_ = nullptr;
+    window = nullptr;
+    if (osg::getContextData(contextId)) {
+        osg::getContextData(contextId)->deleteAllGLObjects();
+        osg::ContextData::decrementContextIDUsageCount(contextId);
+    }
+    surface_->doneCurrent();
+}
+
+osgViewer::Viewer* MOpenglWidget::viewer() const { return renderer_; }
+
+float MOpenglWidget::screenPixelRatio() const {
+    const QWindow* window = windowHandle() ? windowHandle() : nullptr;
+    if (window && window->screen()) return static_cast<float>(window->screen()->devicePixelRatio());
+    const auto screens = QGuiApplication::screens();
+    return screens.isEmpty() ? 1.0f : static_cast<float>(screens.first()->devicePixelRatio());
+}
+
+void MOpenglWidget::initializeGL() {
+    emit newRender();
+    emit initialized();
+}
+
+void MOpenglWidget::resizeGL(int width, int height) {
+    if (renderer_) renderer_->resize(width, height, screenPixelRatio());
+}
+
+void MOpenglWidget::paintGL() {
+    if (!renderer_) return;
+    renderer_->sceneLock().readLock();
+    if (firstFrame_) {
+        firstFrame_ = false;
+        renderer_->getCamera()->getGraphicsContext()->setDefaultFboId(
+            surface_->defaultFramebufferObject());
+    }
+    renderer_->frame();
+    renderer_->sceneLock().readUnlock();
+}
+
+bool MOpenglWidget::renderFrame() {
+    try {
+        if (surface_->size() != size() && !size().isEmpty()) surface_->resize(size());
+        surface_->render();
+        return true;
+    } catch (const char* error) {
+        // Never let a GL failure unwind through the host's event loop.
+        qWarning() << error;
+        return false;
+    }
+}
+
+void MOpenglWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!renderFrame()) {
+        painter.fillRect(rect(), Qt::black);
+        return;
+    }
+    const QImage image = surface_->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+    painter.drawImage(rect(), image, image.rect());
+}
+
+void MOpenglWidget::resizeEvent(QResizeEvent*) {
+    try {
+        surface_->resize(QSize(geometry().width(), geometry().height()));
+    } catch (const char* error) {
+        qWarning() << error;
+    }
+}
+
+void MOpenglWidget::grabImage(QImage& out) {
+    if (!renderer_ || !renderFrame()) return;
+    out = surface_->grabFramebuffer();
+}
+
+void MOpenglWidget::grabImage(QImage& out, double width, double height) {
+    if (!renderer_) return;
+    const QSize old = surface_->size();
+    try {
+        surface_->resize(QSize(static_cast<int>(width), static_cast<int>(height)));
+        surface_->render();
+        out = surface_->grabFramebuffer();
+        surface_->resize(old);
+        surface_->render();
+    } catch (const char* error) {
+        qWarning() << error;
+    }
+}
+
+void MOpenglWidget::keyPressEvent(QKeyEvent* event) {
+    if (renderer_) renderer_->keyPressEvent(event);
+}
+
+void MOpenglWidget::keyReleaseEvent(QKeyEvent* event) {
+    if (renderer_) renderer_->keyReleaseEvent(event);
+}
+
+void MOpenglWidget::mousePressEvent(QMouseEvent* event) {
+    if (!renderer_) return;
+    renderer_->mousePressEvent(event);
+    renderer_->updateParent();
+    event->ignore();
+}
+
+void MOpenglWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (!renderer_) return;
+    renderer_->mouseReleaseEvent(event);
+    renderer_->updateParent();
+}
+
+void MOpenglWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (!renderer_) return;
+    renderer_->mouseDoubleClickEvent(event);
+    renderer_->updateParent();
+    event->ignore();
+}
+
+void MOpenglWidget::mouseMoveEvent(QMouseEvent* event) {
+    if (!renderer_) return;
+    renderer_->mouseMoveEvent(event);
+    renderer_->updateParent();
+}
+
+void MOpenglWidget::wheelEvent(QWheelEvent* event) {
+    if (!renderer_) return;
+    renderer_->wheelEvent(event);
+    renderer_->updateParent();
+}

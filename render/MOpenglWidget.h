@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+class ExamplePaintSurface;
+class MRenderer;
+namespace osgViewer {
+class Viewer;
+}
+
+// A plain widget that shows a scene-graph viewer: each paint runs one frame
+// into an offscreen framebuffer, reads it back and paints the image. There
+// is no timer; frames follow paints only. Input events go to the renderer.
+class MOpenglWidget : public QWidget {
+    Q_OBJECT
+public:
+    MOpenglWidget(int flag, QWidget* parent = nullptr);
+    explicit MOpenglWidget(QWidget* parent = nullptr);
+    ~MOpenglWidget() override;
+
+    osgViewer::Viewer* viewer() const;
+    MRenderer* renderer() const { return renderer_; }
+    ExamplePaintSurface* surface() const { return surface_; }
+
+    // Renders once and returns the frame.
+    void grabImage(QImage& out);
+    // Renders once at another size and returns that frame; the surface is
+    // put back to its size and rendered again afterwards.
+    void grabImage(QImage& out, double width, double height);
+
+signals:
+    void initialized();
+    void newRender();
+
+public slots:
+    void initializeGL();
+    void resizeGL(int width, int height);
+    void paintGL();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+    // The device pixel ratio of the widget's screen (or the first screen).
+    float screenPixelRatio() const;
+
+    MRenderer* renderer_ = nullptr;
+
+private:
+    // Renders one frame, making the surface follow the widget's size first.
+    // False when the surface failed; the reason is logged.
+    bool renderFrame();
+    void teardownRenderer();
+
+    int reservedA_ = 1;
+    int reservedB_ = 1;
+    int flag_ = 0;
+    bool firstFrame_ = true;
+    ExamplePaintSurface* surface_ = nullptr;
+};

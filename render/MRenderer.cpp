@@ -1,0 +1,189 @@
+#include "MRenderer.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintDeviceWindow>
+#include <QWheelEvent>
+#include <QWidget>
+#include <map>
+
+namespace {
+
+using Key = osgGA::GUIEventAdapter::KeySymbol;
+
+const std::map<int, int>& keyMap() {
+    static const std::map<int, int> map = [] {
+        std::map<int, int> m;
+        const std::pair<int, int> rows[] = {
+            {Qt::Key_Escape, Key::KEY_Escape},
+            {Qt::Key_Delete, Key::KEY_Delete},
+            {Qt::Key_Home, Key::KEY_Home},
+            {Qt::Key_Enter, Key::KEY_KP_Enter},
+            {Qt::Key_End, Key::KEY_End},
+            {Qt::Key_Return, Key::KEY_Return},
+            {Qt::Key_PageUp, Key::KEY_Page_Up},
+            {Qt::Key_PageDown, Key::KEY_Page_Down},
+            {Qt::Key_Left, Key::KEY_Left},
+            {Qt::Key_Right, Key::KEY_Right},
+            {Qt::Key_Up, Key::KEY_Up},
+            {Qt::Key_Down, Key::KEY_Down},
+            {Qt::Key_Backspace, Key::KEY_BackSpace},
+            {Qt::Key_Tab, Key::KEY_Tab},
+            {Qt::Key_Space, Key::KEY_Space},
+            {Qt::Key_Delete, Key::KEY_Delete},
+            {Qt::Key_Alt, Key::KEY_Alt_L},
+            {Qt::Key_Shift, Key::KEY_Shift_L},
+            {Qt::Key_Control, Key::KEY_Control_L},
+            {Qt::Key_Meta, Key::KEY_Meta_L},
+            {Qt::Key_hyphen, '-'},
+            {Qt::Key_Equal, '='},
+            {Qt::Key_division, Key::KEY_KP_Divide},
+            {Qt::Key_multiply, Key::KEY_KP_Multiply},
+            {Qt::Key_Minus, '-'},
+            {Qt::Key_Plus, '+'},
+            {Qt::Key_Insert, Key::KEY_KP_Insert},
+        };
+        for (const auto& row : rows) m[row.first] = row.second;
+        for (int f = 0; f < 20; ++f) m[Qt::Key_F1 + f] = Key::KEY_F1 + f;
+        return m;
+    }();
+    return map;
+}
+
+}  // namespace
+
+MRenderer::MRenderer(QObject* parent) : QObject(parent) {}
+
+MRenderer::~MRenderer() = default;
+
+int MRenderer::modifierMask(Qt::KeyboardModifiers modifiers) {
+    int mask = 0;
+    if (modifiers & Qt::ShiftModifier) mask |= osgGA::GUIEventAdapter::MODKEY_SHIFT;
+    if (modifiers & Qt::ControlModifier) mask |= osgGA::GUIEventAdapter::MODKEY_CTRL;
+    if (modifiers & Qt::AltModifier) mask |= osgGA::GUIEventAdapter::MODKEY_ALT;
+    return mask;
+}
+
+int MRenderer::mouseButton(Qt::MouseButton button) {
+    switch (button) {
+        case Qt::LeftButton:
+            return 1;
+        case Qt::MiddleButton:
+            return 2;
+        case Qt::RightButton:
+            return 3;
+        default:
+            return 0;
+    }
+}
+
+int MRenderer::keySymbol(int qtKey, const QString& text) {
+    const auto found = keyMap().find(qtKey);
+    if (found != keyMap().end()) return found->second;
+    const QByteArray latin1 = text.toLatin1();
+    return latin1.isEmpty() ? 0 : static_cast<unsigned char>(latin1.at(0));
+}
+
+void MRenderer::setup(int width, int height, float pixelRatio) {
+    initialized_ = true;
+    pixelRatio_ = pixelRatio;
+    osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
+    traits->x = 0;
+    traits->y = 0;
+    traits->width = static_cast<int>(width * pixelRatio);
+    traits->height = static_cast<int>(height * pixelRatio);
+    graphicsWindow_ = new osgViewer::GraphicsWindowEmbedded(traits.get());
+    // The embedded window makes its own state; share the context id of a
+    // shared context when the traits name one.
+    osg::State* state = graphicsWindow_->getState();
+    if (traits->sharedContext.valid()) {
+        state->setContextID(traits->sharedContext->getState()->getContextID());
+        osg::GraphicsContext::incrementContextIDUsageCount(state->getContextID());
+    }
+    graphicsWindow_->getEventQueue()->syncWindowRectangleWithGraphicsContext();
+
+    getCamera()->setViewport(new osg::Viewport(0, 0, width * pixelRatio, height * pixelRatio));
+    getCamera()->setGraphicsContext(graphicsWindow_.get());
+    setKeyEventSetsDone(0);
+    setReleaseContextAtEndOfFrameHint(false);
+    setThreadingModel(osgViewer::Viewer::SingleThreaded);
+}
+
+void MRenderer::resize(int width, int height, float pixelRatio) {
+    if (!initialized_) return;
+    pixelRatio_ = pixelRatio;
+    const int w = static_cast<int>(width * pixelRatio), h = static_cast<int>(height * pixelRatio);
+    graphicsWindow_->resized(0, 0, w, h);
+    graphicsWindow_->getEventQueue()->windowResize(0, 0, w, h, queue()->getTime());
+    updateParent();
+}
+
+osgGA::EventQueue* MRenderer::queue() const { return graphicsWindow_->getEventQueue(); }
+
+void MRenderer::keyPressEvent(QKeyEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->keyPress(keySymbol(event->key(), event->text()));
+}
+
+void MRenderer::keyReleaseEvent(QKeyEvent* event) {
+    if (!graphicsWindow_) return;
+    if (event->isAutoRepeat()) {
+        event->ignore();
+        return;
+    }
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->keyRelease(keySymbol(event->key(), event->text()));
+}
+
+void MRenderer::mousePressEvent(QMouseEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->mouseButtonPress(event->x() * pixelRatio_, event->y() * pixelRatio_,
+                              mouseButton(event->button()));
+}
+
+void MRenderer::mouseReleaseEvent(QMouseEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->mouseButtonRelease(event->x() * pixelRatio_, event->y() * pixelRatio_,
+                                mouseButton(event->button()));
+}
+
+void MRenderer::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->mouseDoubleButtonPress(event->x() * pixelRatio_, event->y() * pixelRatio_,
+                                    mouseButton(event->button()));
+}
+
+void MRenderer::mouseMoveEvent(QMouseEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    queue()->mouseMotion(event->x() * pixelRatio_, event->y() * pixelRatio_);
+}
+
+void MRenderer::wheelEvent(QWheelEvent* event) {
+    if (!graphicsWindow_) return;
+    queue()->getCurrentEventState()->setModKeyMask(modifierMask(event->modifiers()));
+    const QPointF at = event->position();
+    queue()->mouseMotion(static_cast<int>(at.x()) * pixelRatio_,
+                         static_cast<int>(at.y()) * pixelRatio_);
+    const QPoint delta = event->angleDelta();
+    const bool vertical = delta.y() != 0 || delta.x() == 0;
+    using M = osgGA::GUIEventAdapter::ScrollingMotion;
+    if (vertical)
+        queue()->mouseScroll(delta.y() > 0 ? M::SCROLL_UP : M::SCROLL_DOWN);
+    else
+        queue()->mouseScroll(delta.x() > 0 ? M::SCROLL_LEFT : M::SCROLL_RIGHT);
+}
+
+void MRenderer::requestRedraw() { osgViewer::View::requestRedraw(); }
+
+void MRenderer::updateParent() {
+    QObject* owner = parent();
+    if (auto* window = qobject_cast<QPaintDeviceWindow*>(owner))
+        window->update();
+    else if (auto* widget = qobject_cast<QWidget*>(owner))
+        widget->update();
+}

@@ -1,0 +1,21 @@
+#include "TextOverlay.h"
+
+#include <osg/CopyOp>
+
+TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const std::wstring& text,
+                         const osg::Vec3& position, float size, const osg::Vec4& colour)
+    : text_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)),
+      geode_(new osg::Geode),
+      id_(id) {
+    text_->setCharacterSize(size);
+    text_->setPosition(position);
+    text_->setColor(colour);
+    text_->setAlignment(osgText::Text::LEFT_TOP);
+    text_->setAxisAlignment(osgText::Text::SCREEN);
+    text_->setUseDisplayList(false);
+    text_->setUseVertexBufferObjects(true);
+    text_->setUseVertexArrayObject(true);
+    text_->getOrCreateStateSet()->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
+    text_->setText(text.c_str());
+    geode_->addDrawable(text_.get());
+}
