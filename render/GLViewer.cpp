@@ -5,9 +5,9 @@
 #include <osg/Notify>
 #include <osgViewer/Viewer>
 
-#include "ObjectIdCounter.h"
 #include "GbkText.h"
 #include "MRenderer.h"
+#include "ObjectIdCounter.h"
 #include "QelColor.h"
 #include "QelOSGWidget.h"
 #include "QelVar.h"
@@ -66,8 +66,7 @@ void GLViewer::initializeScene() {
     const osg::GraphicsContext* gc = camera->getGraphicsContext();
     if (gc && gc->getTraits() && gc->getTraits()->height > 0 &&
         camera->getProjectionMatrixAsPerspective(fovy, aspect, zNear, zFar) && aspect > 0) {
-        const double ratio =
-            (double(gc->getTraits()->width) / gc->getTraits()->height) / aspect;
+        const double ratio = (double(gc->getTraits()->width) / gc->getTraits()->height) / aspect;
         if (ratio != 1.0) {
             osg::Matrixd projection = camera->getProjectionMatrix();
             projection.postMultScale(osg::Vec3d(1.0 / ratio, 1.0, 1.0));
@@ -80,7 +79,7 @@ void GLViewer::initializeScene() {
     osg::setNotifyLevel(osg::ALWAYS);
     camera->setCullingMode(camera->getCullingMode() & ~osg::CullSettings::SMALL_FEATURE_CULLING);
     camera->setClearColor(osg::Vec4(background_.red() / 255.0f, background_.green() / 255.0f,
-                                     background_.blue() / 255.0f, background_.alpha() / 255.0f));
+                                    background_.blue() / 255.0f, background_.alpha() / 255.0f));
     initialised_ = true;
     applyLightState();
     textPrototype_.text();
@@ -98,7 +97,8 @@ void GLViewer::setBackgroundColor(int r, int g, int b, int a) {
     background_ = QColor(r, g, b, a);
     if (osgViewer::Viewer* viewer = osgWidget_->viewer()) {
         SceneLockGuard lock(osgWidget_);
-        viewer->getCamera()->setClearColor(osg::Vec4(r / 255.0f, g / 255.0f, b / 255.0f, a / 255.0f));
+        viewer->getCamera()->setClearColor(
+            osg::Vec4(r / 255.0f, g / 255.0f, b / 255.0f, a / 255.0f));
     }
     requestRedraw();
 }

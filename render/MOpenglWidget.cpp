@@ -50,7 +50,9 @@ void MOpenglWidget::teardownRenderer() {
     surface_->doneCurrent();
 }
 
-osgViewer::Viewer* MOpenglWidget::viewer() const { return renderer_; }
+osgViewer::Viewer* MOpenglWidget::viewer() const {
+    return renderer_;
+}
 
 float MOpenglWidget::screenPixelRatio() const {
     const QWindow* window = windowHandle() ? windowHandle() : nullptr;
@@ -76,7 +78,9 @@ void MOpenglWidget::paintGL() {
         renderer_->getCamera()->getGraphicsContext()->setDefaultFboId(
             surface_->defaultFramebufferObject());
     }
+    inFrame_ = true;
     renderer_->frame();
+    inFrame_ = false;
     renderer_->sceneLock().readUnlock();
 }
 

@@ -51,6 +51,8 @@ protected:
 
     // The device pixel ratio of the widget's screen (or the first screen).
     float screenPixelRatio() const;
+    // True while a frame runs, with the scene lock held for reading.
+    bool frameInProgress() const { return inFrame_; }
 
     MRenderer* renderer_ = nullptr;
 
@@ -64,5 +66,6 @@ private:
     int reservedB_ = 1;
     int flag_ = 0;
     bool firstFrame_ = true;
+    bool inFrame_ = false;
     ExamplePaintSurface* surface_ = nullptr;
 };

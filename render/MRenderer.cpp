@@ -43,8 +43,10 @@ const std::map<int, int>& keyMap() {
             {Qt::Key_Plus, '+'},
             {Qt::Key_Insert, Key::KEY_KP_Insert},
         };
-        for (const auto& row : rows) m[row.first] = row.second;
-        for (int f = 0; f < 20; ++f) m[Qt::Key_F1 + f] = Key::KEY_F1 + f;
+        for (const auto& row : rows)
+            m[row.first] = row.second;
+        for (int f = 0; f < 20; ++f)
+            m[Qt::Key_F1 + f] = Key::KEY_F1 + f;
         return m;
     }();
     return map;
@@ -118,7 +120,9 @@ void MRenderer::resize(int width, int height, float pixelRatio) {
     updateParent();
 }
 
-osgGA::EventQueue* MRenderer::queue() const { return graphicsWindow_->getEventQueue(); }
+osgGA::EventQueue* MRenderer::queue() const {
+    return graphicsWindow_->getEventQueue();
+}
 
 void MRenderer::keyPressEvent(QKeyEvent* event) {
     if (!graphicsWindow_) return;
@@ -178,7 +182,9 @@ void MRenderer::wheelEvent(QWheelEvent* event) {
         queue()->mouseScroll(delta.x() > 0 ? M::SCROLL_LEFT : M::SCROLL_RIGHT);
 }
 
-void MRenderer::requestRedraw() { osgViewer::View::requestRedraw(); }
+void MRenderer::requestRedraw() {
+    osgViewer::View::requestRedraw();
+}
 
 void MRenderer::updateParent() {
     QObject* owner = parent();

@@ -34,9 +34,9 @@ void installSurfel(osg::StateSet& ss) {
 
 void installGlass(osg::StateSet& ss) {
     ss.addUniform(new osg::Uniform("GlassColor", osg::Vec4f(0.55f, 0.75f, 0.9f, 0.35f)));
-    ss.addUniform(new osg::Uniform("LightPosition", osg::Vec3f(0, 0, 1000)));
+    ss.addUniform(new osg::Uniform("LightPosition", osg::Vec3f(600, 600, 1000)));
     ss.addUniform(new osg::Uniform("SpecularColor1", osg::Vec4f(1, 1, 1, 1)));
-    ss.addUniform(new osg::Uniform("SpecularColor2", osg::Vec4f(0.6f, 0.7f, 1.0f, 1)));
+    ss.addUniform(new osg::Uniform("SpecularColor2", osg::Vec4f(0.25f, 0.3f, 0.4f, 1)));
     ss.addUniform(new osg::Uniform("SpecularFactor1", 64.0f));
     ss.addUniform(new osg::Uniform("SpecularFactor2", 8.0f));
     // A see-through surface: blended, drawn after the opaque data, and not

@@ -100,13 +100,17 @@ void OpenGlOffscreenSurface::makeCurrentLocked() {
     context_->makeCurrent(this);
 }
 
-void OpenGlOffscreenSurface::makeCurrent() { makeCurrentLocked(); }
+void OpenGlOffscreenSurface::makeCurrent() {
+    makeCurrentLocked();
+}
 
 void OpenGlOffscreenSurface::doneCurrent() {
     if (context_) context_->doneCurrent();
 }
 
-QSize OpenGlOffscreenSurface::size() const { return size_; }
+QSize OpenGlOffscreenSurface::size() const {
+    return size_;
+}
 
 unsigned int OpenGlOffscreenSurface::defaultFramebufferObject() const {
     return fbo_ ? fbo_->handle() : 0;
@@ -174,10 +178,9 @@ void OpenGlOffscreenSurface::swapBuffers() {
     if (functions30_) {
         functions30_->glBindFramebuffer(GL_READ_FRAMEBUFFER, fbo_->handle());
         functions30_->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
-        functions30_->glBlitFramebuffer(0, 0, size_.width(), size_.height(), 0, 0, size_.width(),
-                                        size_.height(),
-                                        GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT,
-                                        GL_NEAREST);
+        functions30_->glBlitFramebuffer(
+            0, 0, size_.width(), size_.height(), 0, 0, size_.width(), size_.height(),
+            GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT, GL_NEAREST);
         functions30_->glBindFramebuffer(GL_FRAMEBUFFER, fbo_->handle());
     } else {
         functions_->glBindFramebuffer(GL_FRAMEBUFFER, 0);

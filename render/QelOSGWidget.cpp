@@ -25,12 +25,18 @@ void QelOSGWidget::createRenderer() {
 
 void QelOSGWidget::lockScene() {
     if (!renderer_) return;
-    if (lockDepth_++ == 0) renderer_->sceneLock().writeLock();
+    if (lockDepth_++ == 0) {
+        ownsLock_ = !frameInProgress();
+        if (ownsLock_) renderer_->sceneLock().writeLock();
+    }
 }
 
 void QelOSGWidget::unlockScene() {
     if (!renderer_ || lockDepth_ == 0) return;
-    if (--lockDepth_ == 0) renderer_->sceneLock().writeUnlock();
+    if (--lockDepth_ == 0 && ownsLock_) {
+        ownsLock_ = false;
+        renderer_->sceneLock().writeUnlock();
+    }
 }
 
 void QelOSGWidget::requestRedraw() {

@@ -10,7 +10,7 @@ public:
     explicit QelOSGWidget(QWidget* parent = nullptr);
 
     // Take and release the scene lock for writing; no-ops before the first
-    // paint, when no frame can run anyway.
+    // paint, when no frame can run anyway, and inside a frame.
     void lockScene();
     void unlockScene();
     void requestRedraw();
@@ -21,7 +21,9 @@ public slots:
     void createRenderer();
 
 private:
-    // Nesting depth of lockScene calls that took the lock: nested brackets
-    // share one lock, and an unlock never releases a lock it did not take.
+    // Nested brackets share one lock. A bracket opened by an event handler
+    // inside a frame takes none: the frame already holds the lock for
+    // reading on this same thread, and everything runs on that thread.
     int lockDepth_ = 0;
+    bool ownsLock_ = false;
 };

@@ -6,10 +6,9 @@
 #include <osg/Uniform>
 
 namespace {
-const char* const kUniformNames[] = {"lightPower",   "ambientWeight",      "diffuseWeight",
-                                     "specularWeight", "clipplane",        "lightDir",
-                                     "isClipped",    "backfaceBrightness", "shinyFrontfaces",
-                                     "shinyBackfaces"};
+const char* const kUniformNames[] = {
+    "lightPower", "ambientWeight", "diffuseWeight",      "specularWeight",  "clipplane",
+    "lightDir",   "isClipped",     "backfaceBrightness", "shinyFrontfaces", "shinyBackfaces"};
 }
 
 ShaderADS::ShaderADS(osg::Node* node) : ShaderBase(node) {}
@@ -37,7 +36,8 @@ void ShaderADS::attach() {
 void ShaderADS::detach() {
     osg::StateSet* ss = stateSet();
     ss->removeAttribute(osg::StateAttribute::PROGRAM);
-    for (const char* name : kUniformNames) ss->removeUniform(name);
+    for (const char* name : kUniformNames)
+        ss->removeUniform(name);
 }
 
 template <typename T>
@@ -48,9 +48,15 @@ int ShaderADS::setUniform(const char* name, const T& value, T& field) {
     return 0;
 }
 
-int ShaderADS::setLightPower(float v) { return setUniform("lightPower", v, lightPower_); }
-int ShaderADS::setAmbientWeight(float v) { return setUniform("ambientWeight", v, ambientWeight_); }
-int ShaderADS::setDiffuseWeight(float v) { return setUniform("diffuseWeight", v, diffuseWeight_); }
+int ShaderADS::setLightPower(float v) {
+    return setUniform("lightPower", v, lightPower_);
+}
+int ShaderADS::setAmbientWeight(float v) {
+    return setUniform("ambientWeight", v, ambientWeight_);
+}
+int ShaderADS::setDiffuseWeight(float v) {
+    return setUniform("diffuseWeight", v, diffuseWeight_);
+}
 int ShaderADS::setSpecularWeight(float v) {
     return setUniform("specularWeight", v, specularWeight_);
 }
@@ -60,7 +66,9 @@ int ShaderADS::setBackfaceBrightness(float v) {
 int ShaderADS::setShinyFrontfaces(int v) {
     return setUniform("shinyFrontfaces", v, shinyFrontfaces_);
 }
-int ShaderADS::setShinyBackfaces(int v) { return setUniform("shinyBackfaces", v, shinyBackfaces_); }
+int ShaderADS::setShinyBackfaces(int v) {
+    return setUniform("shinyBackfaces", v, shinyBackfaces_);
+}
 
 int ShaderADS::setLightDir(float x, float y, float z) {
     return setUniform("lightDir", osg::Vec3f(x, y, z), lightDir_);

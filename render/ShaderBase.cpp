@@ -5,10 +5,18 @@
 
 #include "QelGLShaderAlg.h"
 
-ShaderBase::~ShaderBase() { delete shaderAlg_; }
+ShaderBase::~ShaderBase() {
+    delete shaderAlg_;
+}
 
-osg::StateSet* ShaderBase::stateSet() const { return node_->getOrCreateStateSet(); }
+osg::StateSet* ShaderBase::stateSet() const {
+    return node_->getOrCreateStateSet();
+}
 
-void ShaderBase::detach() { stateSet()->removeAttribute(osg::StateAttribute::PROGRAM); }
+void ShaderBase::detach() {
+    stateSet()->removeAttribute(osg::StateAttribute::PROGRAM);
+}
 
-bool ShaderBase::isReady() const { return shaderAlg_ && shaderAlg_->isReady(); }
+bool ShaderBase::isReady() const {
+    return shaderAlg_ && shaderAlg_->isReady();
+}

@@ -24,6 +24,6 @@ public:
 protected:
     osg::StateSet* stateSet() const;
 
-    osg::Node* node_;                       // not owned
+    osg::Node* node_;                      // not owned
     QelGLShaderAlg* shaderAlg_ = nullptr;  // owned, for named programs
 };

@@ -14,7 +14,9 @@ TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const 
     text_->setAxisAlignment(osgText::Text::SCREEN);
     text_->setUseDisplayList(false);
     text_->setUseVertexBufferObjects(true);
-    text_->setUseVertexArrayObject(true);
+    // Vertex array objects stay off: with them, text whose glyphs span
+    // several glyph textures (CJK fonts) crashes in the GL driver.
+    text_->setUseVertexArrayObject(false);
     text_->getOrCreateStateSet()->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
     text_->setText(text.c_str());
     geode_->addDrawable(text_.get());

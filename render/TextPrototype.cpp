@@ -13,7 +13,8 @@ const char kFallbackFont[] = "/usr/share/fonts/truetype/arphic/ukai.ttc";
 
 std::string libraryDirectory() {
     Dl_info info{};
-    if (dladdr(reinterpret_cast<void*>(&TextPrototype::findFontFile), &info) == 0 || !info.dli_fname)
+    if (dladdr(reinterpret_cast<void*>(&TextPrototype::findFontFile), &info) == 0 ||
+        !info.dli_fname)
         return {};
     return std::filesystem::path(info.dli_fname).parent_path().string();
 }
@@ -22,7 +23,9 @@ std::string libraryDirectory() {
 
 std::string TextPrototype::findFontFile() {
     std::string found = osgDB::findDataFile(kPreferredFont);
-    if (found.empty()) found = osgDB::findFileInDirectory(kPreferredFont, "/usr/share/fonts", osgDB::CASE_INSENSITIVE);
+    if (found.empty())
+        found =
+            osgDB::findFileInDirectory(kPreferredFont, "/usr/share/fonts", osgDB::CASE_INSENSITIVE);
     if (found.empty()) {
         const std::string dir = libraryDirectory();
         std::error_code ec;

@@ -8,7 +8,9 @@
 
 namespace {
 
-double rad(double degrees) { return osg::DegreesToRadians(degrees); }
+double rad(double degrees) {
+    return osg::DegreesToRadians(degrees);
+}
 
 osg::Quat rotation(double a, double b, double c) {
     return osg::Quat(rad(a), osg::X_AXIS, rad(b), osg::Y_AXIS, rad(c), osg::Z_AXIS);
@@ -28,9 +30,13 @@ osg::BoundingSphere ViewerManipulator::sceneBound() const {
     return sceneRoot_->getBound();
 }
 
-osg::Vec3 ViewerManipulator::boundingCenter() const { return sceneBound().center(); }
+osg::Vec3 ViewerManipulator::boundingCenter() const {
+    return sceneBound().center();
+}
 
-float ViewerManipulator::boundingRadius() const { return sceneBound().radius(); }
+float ViewerManipulator::boundingRadius() const {
+    return sceneBound().radius();
+}
 
 void ViewerManipulator::getLookAt(osg::Vec3d& eye, osg::Vec3d& center, osg::Vec3d& up) const {
     getMatrix().getLookAt(eye, center, up, 1.0);
@@ -43,9 +49,8 @@ void ViewerManipulator::getInverseLookAt(osg::Vec3d& eye, osg::Vec3d& center,
 
 void ViewerManipulator::setLookAt(const osg::Vec3d& eye, const osg::Vec3d& center,
                                   const osg::Vec3d& up) {
-    // The manipulator's matrix is the camera's placement, the inverse of the
-    // view matrix that lookAt builds.
-    setByInverseMatrix(osg::Matrixd::lookAt(eye, center, up));
+    // Also makes centre the rotation centre, at the eye's distance.
+    setTransformation(eye, center, up);
     sendViewportChangedMsg();
 }
 
@@ -68,13 +73,17 @@ bool ViewerManipulator::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActio
             const float dx = lastX_ - ea.getX(), dy = lastY_ - ea.getY();
             lastX_ = ea.getX();
             lastY_ = ea.getY();
-            getInverseLookAt(eye_, center_, up_);
+            // Eye and rotation centre move together in the screen plane, by
+            // a step that grows with the viewing distance.
+            getTransformation(eye_, center_, up_);
             const osg::Vec3d d = center_ - eye_;
+            osg::Vec3d dir = d;
+            dir.normalize();
             panScale_ = static_cast<float>(getDistance() * (0.1f / 100));
-            eye_ += d ^ (up_ * (dx * panScale_));
+            eye_ += dir ^ (up_ * (dx * panScale_));
             eye_ += up_ * (dy * panScale_);
             center_ = eye_ + d;
-            setByInverseMatrix(osg::Matrixd::lookAt(eye_, center_, up_));
+            setTransformation(eye_, center_, up_);
             sendViewportChangedMsg();
             return true;
         }
@@ -111,7 +120,8 @@ void ViewerManipulator::applyOrthoProjection(osgGA::GUIActionAdapter& us) const 
 bool ViewerManipulator::handleMouseWheel(const osgGA::GUIEventAdapter& ea,
                                          osgGA::GUIActionAdapter& us) {
     const auto motion = ea.getScrollingMotion();
-    if (motion != osgGA::GUIEventAdapter::SCROLL_UP && motion != osgGA::GUIEventAdapter::SCROLL_DOWN)
+    if (motion != osgGA::GUIEventAdapter::SCROLL_UP &&
+        motion != osgGA::GUIEventAdapter::SCROLL_DOWN)
         return false;
     const bool handled = TrackballManipulator::handleMouseWheel(ea, us);
     if (ortho_) {
@@ -138,7 +148,8 @@ void ViewerManipulator::setOrtho(bool on, double left, double right, double bott
     const double m = boundingRadius() / 52.0;
     const double scale = (m > std::fabs(left)) ? m / std::fabs(left) : 1.0;
     if (std::isfinite(scale)) {
-        for (int i = 0; i < 6; ++i) orthoBox_[i] = values[i] * scale;
+        for (int i = 0; i < 6; ++i)
+            orthoBox_[i] = values[i] * scale;
     } else {
         // A left of 0 cannot be scaled: take the bound as a square box.
         const double box[6] = {-m, m, -m, m, zNear, zFar};
@@ -199,16 +210,30 @@ void ViewerManipulator::moveToView(int view) {
     sendViewportChangedMsg();
 }
 
-void ViewerManipulator::moveToTopView() { moveToView(0); }
-void ViewerManipulator::moveToBottomView() { moveToView(1); }
-void ViewerManipulator::moveToFrontView() { moveToView(2); }
-void ViewerManipulator::moveToBackView() { moveToView(3); }
-void ViewerManipulator::moveToLeftView() { moveToView(4); }
-void ViewerManipulator::moveToRightView() { moveToView(5); }
-void ViewerManipulator::moveToObliqueView() { moveToView(6); }
+void ViewerManipulator::moveToTopView() {
+    moveToView(0);
+}
+void ViewerManipulator::moveToBottomView() {
+    moveToView(1);
+}
+void ViewerManipulator::moveToFrontView() {
+    moveToView(2);
+}
+void ViewerManipulator::moveToBackView() {
+    moveToView(3);
+}
+void ViewerManipulator::moveToLeftView() {
+    moveToView(4);
+}
+void ViewerManipulator::moveToRightView() {
+    moveToView(5);
+}
+void ViewerManipulator::moveToObliqueView() {
+    moveToView(6);
+}
 
 void ViewerManipulator::sendViewportChangedMsg() {
-    getInverseLookAt(eye_, center_, up_);
+    getTransformation(eye_, center_, up_);
     const osg::BoundingSphere bound = sceneBound();
     emit sig_ViewportChanged(osg::Vec3(center_), bound.radius(), osg::Vec3(bound.center()));
 }

@@ -1,0 +1,11 @@
+// Rendering tests need a toolkit application; every widget a test makes is
+// destroyed before it.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
