@@ -1,0 +1,118 @@
+#include "OSGData.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <osg/BlendFunc>
+#include <osg/LineWidth>
+#include <osg/Point>
+
+#include "ColorMapIndex.h"
+#include "QelColorArray.h"
+#include "QelLUTSetting.h"
+
+OSGData::OSGData(int id, int kind, bool useHeightColours)
+    : id_(id),
+      root_(new osg::Geode),
+      geometry_(new osg::Geometry),
+      vertices_(new osg::Vec3Array),
+      colors_(new osg::Vec4Array),
+      normals_(new osg::Vec3Array),
+      transform_(new osg::MatrixTransform),
+      kind_(kind),
+      minZ_(DBL_MAX),
+      maxZ_(-DBL_MAX),
+      useHeightColours_(useHeightColours) {
+    if (kind == RangeImage) return;  // the range image assembles its own tree
+    geometry_->setUseDisplayList(false);
+    geometry_->setUseVertexBufferObjects(true);
+    geometry_->setUseVertexArrayObject(true);
+    geometry_->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
+    if (kind == RangeImageStream) {
+        root_->addChild(geometry_.get());
+    } else {
+        transform_->addChild(geometry_.get());
+        root_->addChild(transform_.get());
+    }
+}
+
+OSGData::~OSGData() = default;
+
+void OSGData::widenHeightRange(double z) {
+    minZ_ = std::min(minZ_, z);
+    maxZ_ = std::max(maxZ_, z);
+}
+
+osg::Vec4 OSGData::heightColour(double z, double min, double max) {
+    const double span = (max - min) == 0.0 ? 100.0 : (max - min);
+    const double t = (z - min) / span;
+    if (t > 1.0) return osg::Vec4(1, 0, 0, 1);
+    if (t <= 0.0 || !(t == t)) return osg::Vec4(0, 0, 1, 1);
+    QelColor c;
+    QELMV::QelLUTSetting().GetColor(1.0 - t, ColorMapIndex::current(), &c);
+    return osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
+}
+
+void OSGData::applyColourMap(double min, double max) {
+    const size_t n = vertices_->size();
+    if (n == 0) return;
+    colors_->resize(n);
+    for (size_t i = 0; i < n; ++i)
+        (*colors_)[i] = heightColour((*vertices_)[i].z(), min, max);
+    colors_->dirty();
+}
+
+void OSGData::applyDefaultColours() {
+    if (coloursLocked_) return;
+    applyColourMap(minZ_, maxZ_);
+}
+
+osg::ref_ptr<osg::Vec4Array> OSGData::toFloatColours(const QelColorArray& colours, int* minAlpha) {
+    osg::ref_ptr<osg::Vec4Array> out = new osg::Vec4Array(static_cast<size_t>(colours.Length()));
+    int smallest = 255;
+    for (int i = 0; i < colours.Length(); ++i) {
+        const QelColor c = colours[i];
+        (*out)[static_cast<size_t>(i)].set(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, c.a / 255.0f);
+        smallest = std::min(smallest, c.a);
+    }
+    if (minAlpha) *minAlpha = smallest;
+    return out;
+}
+
+bool OSGData::setColors(const QelColorArray& colours) {
+    int minAlpha = 255;
+    osg::ref_ptr<osg::Vec4Array> converted = toFloatColours(colours, &minAlpha);
+    if (converted->size() != vertices_->size() && converted->size() != 1) return false;
+    colors_->assign(converted->begin(), converted->end());
+    colors_->dirty();
+    osg::StateSet* ss = geometry_->getOrCreateStateSet();
+    if (minAlpha >= 255) {
+        ss->setRenderingHint(osg::StateSet::DEFAULT_BIN);
+    } else {
+        ss->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA),
+                                 osg::StateAttribute::ON);
+        ss->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+    }
+    geometry_->setColorArray(colors_.get(), converted->size() == 1 ? osg::Array::BIND_OVERALL
+                                                                   : osg::Array::BIND_PER_VERTEX);
+    return true;
+}
+
+void OSGData::setPointSize(float size) {
+    pointSize_ = size;
+    root_->getOrCreateStateSet()->setAttribute(new osg::Point(size));
+}
+
+void OSGData::setLineWidth(float width) {
+    lineWidth_ = width;
+    osg::ref_ptr<osg::LineWidth> lw = new osg::LineWidth(1.0f);
+    lw->setWidth(width);
+    root_->getOrCreateStateSet()->setAttribute(lw.get());
+}
+
+void OSGData::setVisible(bool visible) {
+    root_->setNodeMask(visible ? 1u : 0u);
+}
+
+void OSGData::setMatrix(const osg::Matrix& matrix) {
+    transform_->setMatrix(matrix);
+}

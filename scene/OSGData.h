@@ -1,0 +1,79 @@
+#pragma once
+
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osg/MatrixTransform>
+#include <osg/PrimitiveSet>
+#include <osg/ref_ptr>
+
+class QelColorArray;
+
+// The base of every render object: the scene nodes and the vertex, colour
+// and normal arrays of one piece of data, with what all kinds share (id,
+// kind, validity, point size, line width, visibility, model matrix, height
+// range, colour mode). Owned by the window's registry.
+class OSGData {
+public:
+    enum Kind { Image = 0, PointCloud = 1, RangeImage = 2, TriangleMesh = 3, RangeImageStream = 4 };
+
+    OSGData(int id, int kind, bool useHeightColours);
+    virtual ~OSGData();
+    OSGData(const OSGData&) = delete;
+    OSGData& operator=(const OSGData&) = delete;
+
+    virtual void setRenderMode(int mode) = 0;
+    virtual osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() { return nullptr; }
+    virtual int kind() const { return kind_; }
+    virtual int renderMode() const { return renderMode_; }
+    // One colour per vertex, or one for all; false (and nothing changed)
+    // for any other count.
+    virtual bool setColors(const QelColorArray& colours);
+    virtual void setPointSize(float size);
+    virtual void setLineWidth(float width);
+    virtual float pointSize() const { return pointSize_; }
+    virtual float lineWidth() const { return lineWidth_; }
+    virtual osg::Node* node() const { return root_.get(); }
+    virtual osg::Vec3Array* vertexArray() const { return vertices_.get(); }
+    virtual osg::Vec4Array* colorArray() const { return colors_.get(); }
+    // Colours every vertex by its height against [min, max].
+    virtual void applyColourMap(double min, double max);
+    virtual void applyDefaultColours();
+    virtual void setUseHeightColours(bool on) { useHeightColours_ = on; }
+    virtual int id() const { return id_; }
+    virtual double minZ() const { return minZ_; }
+    virtual double maxZ() const { return maxZ_; }
+    virtual int isValid() const { return valid_; }
+    virtual void setVisible(bool visible);
+    virtual void setMatrix(const osg::Matrix& matrix);
+
+    osg::Geometry* geometry() const { return geometry_.get(); }
+    osg::MatrixTransform* transform() const { return transform_.get(); }
+    bool useHeightColours() const { return useHeightColours_; }
+
+    // The height colour of z against [min, max] with the process-wide table:
+    // red above the range, blue at or below its bottom, the table (looked up
+    // from its high end) in between.
+    static osg::Vec4 heightColour(double z, double min, double max);
+
+protected:
+    // Converts 0..255 colours to 0..1 and reports the smallest alpha.
+    static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
+    void widenHeightRange(double z);
+
+    int id_;
+    int valid_ = 0;
+    osg::ref_ptr<osg::Geode> root_;
+    osg::ref_ptr<osg::Geometry> geometry_;
+    osg::ref_ptr<osg::Vec3Array> vertices_;
+    osg::ref_ptr<osg::Vec4Array> colors_;
+    osg::ref_ptr<osg::Vec3Array> normals_;
+    osg::ref_ptr<osg::MatrixTransform> transform_;
+    int renderMode_ = 0;
+    int coloursLocked_ = 0;
+    int kind_;
+    float pointSize_ = 1.0f;
+    float lineWidth_ = 1.0f;
+    double minZ_;
+    double maxZ_;
+    bool useHeightColours_;
+};

@@ -1,0 +1,86 @@
+#include "OSGPointCloud.h"
+
+#include <cfloat>
+#include <cmath>
+
+#include "ShaderPointSprite.h"
+
+OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
+                             bool useHeightColours)
+    : OSGData(id, PointCloud, useHeightColours), source_(cloud) {
+    renderMode_ = renderMode;
+    if (source_.Length() == 0) return;
+    fillVertices();
+    normals_->push_back(osg::Vec3(0, 0, 1));
+    geometry_->setVertexArray(vertices_.get());
+    geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
+    geometry_->addPrimitiveSet(
+        new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size())));
+    geometry_->setNormalArray(normals_.get(), osg::Array::BIND_OVERALL);
+    valid_ = 1;
+}
+
+OSGPointCloud::~OSGPointCloud() {
+    if (spriteShader_) spriteShader_->detach();
+}
+
+void OSGPointCloud::fillVertices() {
+    const int n = source_.Length();
+    vertices_->assign(static_cast<size_t>(n), osg::Vec3(0, 0, 0));
+    for (int i = 0; i < n; ++i) {
+        const QelVector3d& p = source_[i];
+        // The invalid marker is +FLT_MAX; non-finite points are invalid too.
+        if (std::fabs(p.z - FLT_MAX) < 1e-8 || !p.IsValid()) continue;
+        (*vertices_)[static_cast<size_t>(i)].set(p.x, p.y, p.z);
+        widenHeightRange(p.z);
+    }
+    vertices_->dirty();
+}
+
+osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {
+    fillVertices();
+    return new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size()));
+}
+
+void OSGPointCloud::applyDefaultColours() {
+    if (coloursLocked_) return;
+    if (useHeightColours_) {
+        applyColourMap(minZ_, maxZ_);
+        return;
+    }
+    osg::ref_ptr<osg::Vec4Array> own = toFloatColours(source_.DeepCopyColors(), nullptr);
+    if (own->size() != vertices_->size() && own->size() != 1) {
+        applyColourMap(minZ_, maxZ_);
+        return;
+    }
+    colors_->assign(own->begin(), own->end());
+    colors_->dirty();
+}
+
+void OSGPointCloud::setUseHeightColours(bool on) {
+    useHeightColours_ = on;
+    applyDefaultColours();
+}
+
+void OSGPointCloud::setPointSize(float size) {
+    if (pointRenderMode_ == 0) {
+        OSGData::setPointSize(size);
+        return;
+    }
+    pointSize_ = size;
+    spriteShader_->setSphereRadius(size * 1.1f);
+}
+
+void OSGPointCloud::setPointRenderMode(int mode) {
+    if (mode == pointRenderMode_) return;
+    pointRenderMode_ = mode;
+    if (!spriteShader_) spriteShader_ = std::make_unique<ShaderPointSprite>(root_.get());
+    if (mode == 0) {
+        spriteShader_->detach();
+        setPointSize(pointSize());
+        return;
+    }
+    spriteShader_->attach();
+    spriteShader_->setSphereRadius(pointSize() * 1.1f);
+    spriteShader_->setLightPosition(0, 0, 1);
+}

@@ -1,0 +1,141 @@
+// The point cloud render object: vertices, height range, colours, point
+// modes, visibility, and that it draws through the real path.
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <osg/BlendFunc>
+#include <osg/Point>
+
+#include "../render/RenderTestScene.h"
+#include "ColorMapIndex.h"
+#include "OSGPointCloud.h"
+#include "QelPointCloud.h"
+
+namespace {
+
+QelPointCloud cloudOf(std::initializer_list<QelVector3d> points) {
+    QelVector3dArray a;
+    for (const QelVector3d& p : points)
+        a.Append(p);
+    QelPointCloud cloud;
+    cloud.SetPoints(a);
+    return cloud;
+}
+
+void expectColour(const osg::Vec4& c, float r, float g, float b) {
+    EXPECT_NEAR(c.r(), r, 1e-6);
+    EXPECT_NEAR(c.g(), g, 1e-6);
+    EXPECT_NEAR(c.b(), b, 1e-6);
+}
+
+}  // namespace
+
+TEST(PointCloudObject, InvalidPointsKeepTheirSlot) {
+    OSGPointCloud obj(cloudOf({{0, 0, 1}, {1, 0, 4}, {2, 2, FLT_MAX}, {3, 0, -2}, {4, 0, NAN}}), 0,
+                      7, true);
+    ASSERT_EQ(obj.isValid(), 1);
+    ASSERT_EQ(obj.vertexArray()->size(), 5u);
+    EXPECT_EQ((*obj.vertexArray())[2], osg::Vec3(0, 0, 0));
+    EXPECT_EQ((*obj.vertexArray())[4], osg::Vec3(0, 0, 0));
+    EXPECT_EQ(obj.minZ(), -2.0);
+    EXPECT_EQ(obj.maxZ(), 4.0);
+    EXPECT_EQ(obj.kind(), OSGData::PointCloud);
+    EXPECT_EQ(obj.id(), 7);
+
+    OSGPointCloud empty(QelPointCloud(), 0, 8, true);
+    EXPECT_EQ(empty.isValid(), 0);
+    EXPECT_EQ(empty.geometry()->getNumPrimitiveSets(), 0u);
+}
+
+TEST(PointCloudObject, HeightColoursUseFixedEndsAndTheInvertedTable) {
+    OSGPointCloud flat(cloudOf({{0, 0, 2}, {1, 1, 2}}), 0, 1, true);
+    flat.applyDefaultColours();
+    expectColour((*flat.colorArray())[0], 0, 0, 1);  // span 100, t = 0: blue
+
+    ColorMapIndex::set(0);  // grey: white at position 0, unlike the red above the range
+    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 10}, {2, 0, 5}}), 0, 2, true);
+    obj.applyColourMap(0.0, 10.0);
+    expectColour((*obj.colorArray())[0], 0, 0, 1);
+    expectColour((*obj.colorArray())[1], 1, 1, 1);  // t = 1 looks up position 0
+    obj.applyColourMap(0.0, 9.0);
+    expectColour((*obj.colorArray())[1], 1, 0, 0);  // above the range: red
+    ColorMapIndex::set(9);                          // ignored
+    EXPECT_EQ(ColorMapIndex::current(), 0);
+    ColorMapIndex::set(5);
+
+    OSGPointCloud allInvalid(cloudOf({{0, 0, FLT_MAX}, {1, 0, FLT_MAX}}), 0, 3, true);
+    allInvalid.applyDefaultColours();
+    expectColour((*allInvalid.colorArray())[1], 0, 0, 1);
+}
+
+TEST(PointCloudObject, OwnColoursAndExplicitColours) {
+    QelPointCloud cloud = cloudOf({{0, 0, 0}, {1, 0, 1}});
+    QelColorArray own;
+    own.Create(2, 3);
+    own.Data()[3] = 255;  // second point red
+    cloud.SetColors(own);
+    OSGPointCloud obj(cloud, 0, 1, false);
+    obj.applyDefaultColours();
+    expectColour((*obj.colorArray())[1], 1, 0, 0);
+    obj.setUseHeightColours(true);
+    expectColour((*obj.colorArray())[1], 1, 0, 0);  // the top of the range is red in table 5
+    expectColour((*obj.colorArray())[0], 0, 0, 1);
+
+    QelColorArray three;
+    three.Create(3, 4);
+    EXPECT_FALSE(obj.setColors(three));
+    EXPECT_EQ(obj.colorArray()->size(), 2u);
+
+    QelColorArray one;
+    one.Create(1, 4);
+    one.Data()[3] = 128;
+    ASSERT_TRUE(obj.setColors(one));
+    EXPECT_EQ(obj.geometry()->getColorArray()->getBinding(), osg::Array::BIND_OVERALL);
+    const osg::StateSet* ss = obj.geometry()->getStateSet();
+    EXPECT_EQ(ss->getRenderingHint(), osg::StateSet::TRANSPARENT_BIN);
+    EXPECT_NE(ss->getAttribute(osg::StateAttribute::BLENDFUNC), nullptr);
+}
+
+TEST(PointCloudObject, PointModesSizesAndVisibility) {
+    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 1}}), 0, 1, true);
+    obj.setPointSize(4.0f);
+    obj.setPointRenderMode(1);
+    obj.setPointRenderMode(1);
+    EXPECT_NE(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
+    float radius = 0;
+    obj.node()->getStateSet()->getUniform("sphere_radius")->get(radius);
+    EXPECT_FLOAT_EQ(radius, 4.4f);
+    obj.setPointRenderMode(0);
+    EXPECT_EQ(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
+    auto* point = dynamic_cast<const osg::Point*>(
+        obj.node()->getStateSet()->getAttribute(osg::StateAttribute::POINT));
+    ASSERT_NE(point, nullptr);
+    EXPECT_EQ(point->getSize(), 4.0f);
+    obj.setVisible(false);
+    EXPECT_EQ(obj.node()->getNodeMask(), 0u);
+    obj.setVisible(true);
+    EXPECT_EQ(obj.node()->getNodeMask(), 1u);
+}
+
+TEST(PointCloudObject, DrawsWhereItsMatrixPutsIt) {
+    auto view = makeView(100, 100, 20.0);
+    view->setLightState(false);
+    QelVector3dArray pts;
+    for (int i = -10; i <= 10; ++i)
+        for (int j = -10; j <= 10; ++j)
+            pts.Append(QelVector3d(i * 0.1f, j * 0.1f, 0));
+    QelPointCloud cloud;
+    cloud.SetPoints(pts);
+    OSGPointCloud obj(cloud, 0, 1, true);
+    obj.applyDefaultColours();
+    obj.setPointSize(3.0f);
+    view->dataGroup()->addChild(obj.node());
+    QImage image = view->grabFrame();
+    keepImage(image, "point-cloud-object");
+    EXPECT_GT(countUnlike(image.copy(40, 40, 20, 20), Qt::black), 100);
+    obj.setMatrix(osg::Matrix::translate(3, 0, 0));
+    image = view->grabFrame();
+    EXPECT_EQ(countUnlike(image.copy(40, 40, 20, 20), Qt::black), 0) << "moved off the centre";
+    EXPECT_GT(countUnlike(image, Qt::black), 100);
+    view->dataGroup()->removeChild(obj.node());
+}
