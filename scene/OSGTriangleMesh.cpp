@@ -1,0 +1,86 @@
+#include "OSGTriangleMesh.h"
+
+#include "QelColorArray.h"
+
+OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, int id)
+    : OSGData(id, TriangleMesh, true), source_(mesh), polygonMode_(new osg::PolygonMode) {
+    renderMode_ = renderMode;
+    const int n = source_.NumVertices();
+    const float* xyz = source_.VertexData();
+    vertices_->resize(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i) {
+        (*vertices_)[static_cast<size_t>(i)].set(xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]);
+        // Invalid vertices keep their slot but take no part in the range.
+        if (QelVector3d(xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]).IsValid())
+            widenHeightRange(xyz[3 * i + 2]);
+    }
+    normals_->push_back(osg::Vec3(0, 0, 1));
+    geometry_->setVertexArray(vertices_.get());
+    geometry_->setNormalArray(normals_.get(), osg::Array::BIND_OVERALL);
+    geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
+    if (renderMode == 0) {
+        geometry_->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, n));
+    } else {
+        triangles_ = buildTriangles();
+        geometry_->addPrimitiveSet(triangles_.get());
+    }
+    if (source_.IsValidVertexColor()) {
+        osg::ref_ptr<osg::Vec4Array> own = toFloatColours(source_.DeepCopyVertexColor(), nullptr);
+        colors_->assign(own->begin(), own->end());
+        coloursLocked_ = 2;
+    }
+    geometry_->getOrCreateStateSet()->setAttribute(polygonMode_.get());
+    if (renderMode == 1 || renderMode == 4) setPolygonMode(renderMode);
+    valid_ = 1;
+}
+
+// Triangles whose indices leave the vertex list or name an invalid vertex
+// are dropped: drawing them would read past the vertex buffer or stretch a
+// face to infinity.
+osg::ref_ptr<osg::DrawElementsUInt> OSGTriangleMesh::buildTriangles() const {
+    osg::ref_ptr<osg::DrawElementsUInt> t = new osg::DrawElementsUInt(GL_TRIANGLES);
+    const int nv = source_.NumVertices();
+    const int* idx = source_.TriangleData();
+    const float* xyz = source_.VertexData();
+    auto usable = [&](int i) {
+        return i >= 0 && i < nv &&
+               QelVector3d(xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]).IsValid();
+    };
+    t->reserve(static_cast<size_t>(source_.NumTriangles()) * 3);
+    for (int k = 0; k < source_.NumTriangles(); ++k) {
+        const int a = idx[3 * k], b = idx[3 * k + 1], c = idx[3 * k + 2];
+        if (!usable(a) || !usable(b) || !usable(c)) continue;
+        t->push_back(static_cast<unsigned>(a));
+        t->push_back(static_cast<unsigned>(b));
+        t->push_back(static_cast<unsigned>(c));
+    }
+    return t;
+}
+
+void OSGTriangleMesh::setPolygonMode(int mode) {
+    polygonMode_->setMode(osg::PolygonMode::FRONT_AND_BACK,
+                          mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
+}
+
+void OSGTriangleMesh::setRenderMode(int mode) {
+    if (mode == renderMode_) return;
+    const int previous = renderMode_;
+    renderMode_ = mode;
+    osg::StateSet* ss = geometry_->getOrCreateStateSet();
+    if (previous != 0) {
+        if (mode == 0) {
+            ss->removeAttribute(polygonMode_.get());
+            geometry_->setPrimitiveSet(
+                0, new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size())));
+        } else if (mode == 1 || mode == 4) {
+            setPolygonMode(mode);
+        }
+        return;
+    }
+    if (!triangles_) triangles_ = buildTriangles();
+    geometry_->setPrimitiveSet(0, triangles_.get());
+    if (mode == 1 || mode == 4) {
+        ss->setAttribute(polygonMode_.get());
+        setPolygonMode(mode);
+    }
+}
