@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <opencv2/core.hpp>
+#include <osg/LOD>
+#include <osg/PolygonMode>
+#include <vector>
+
+#include "OSGData.h"
+#include "QelLOD.h"
+#include "QelRangeImage.h"
+
+// A range image as points, a wireframe or filled triangles, decimated by
+// QelLOD and coloured by the height map or by its own colours. The row
+// index feeds x and the column index y. Invalid samples make no vertex and
+// no triangle.
+class OSGRangeImage : public OSGData {
+public:
+    OSGRangeImage(const QelRangeImage& image, int renderMode, int id, int step,
+                  bool useHeightColours);
+
+    void setRenderMode(int mode) override;
+    bool setColors(const QelColorArray& colours) override;
+    void setPointSize(float size) override;
+    void setLineWidth(float width) override;
+    osg::Node* node() const override { return lodNode_.get(); }
+    osg::Vec3Array* vertexArray() const override;
+    osg::Vec4Array* colorArray() const override;
+    void applyColourMap(double min, double max) override;
+    void setUseHeightColours(bool on) override;
+    void setVisible(bool visible) override;
+    void setMatrix(const osg::Matrix& matrix) override;
+
+    int levelCount() const { return static_cast<int>(levelImages_.size()); }
+    const QelRangeImage& levelImage(int level) const { return levelImages_[level]; }
+    osg::Geometry* levelGeometry(int level) const { return levelGeometries_[level].get(); }
+    const QelLOD& lod() const { return *lodBuilder_; }
+
+private:
+    long buildGeometry();
+    bool buildVertices(int level);
+    osg::ref_ptr<osg::DrawElementsUInt> buildTriangles(int level) const;
+    long buildColours();
+    void applyLevelColours(const QelColorArray& full);
+    void setPolygonMode(int mode);
+
+    osg::ref_ptr<osg::LOD> lodNode_;
+    std::vector<QelRangeImage> levelImages_;
+    std::vector<osg::ref_ptr<osg::Geometry>> levelGeometries_;
+    std::vector<osg::ref_ptr<osg::MatrixTransform>> levelTransforms_;
+    std::vector<osg::ref_ptr<osg::Vec3Array>> levelVertices_;
+    std::vector<osg::ref_ptr<osg::Vec4Array>> levelColours_;
+    std::vector<std::vector<unsigned int>> levelIndexMaps_;
+    std::vector<cv::Mat> columnMaps_;
+    std::vector<cv::Mat> rowMaps_;
+    std::vector<osg::ref_ptr<osg::DrawElementsUInt>> levelTriangles_;
+    osg::ref_ptr<osg::PolygonMode> polygonMode_;
+    QelRangeImage source_;
+    std::unique_ptr<QelLOD> lodBuilder_;
+};
