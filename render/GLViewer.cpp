@@ -7,6 +7,7 @@
 
 #include "GbkText.h"
 #include "MRenderer.h"
+#include "OSGDataManager.h"
 #include "ObjectIdCounter.h"
 #include "QelColor.h"
 #include "QelOSGWidget.h"
@@ -14,18 +15,17 @@
 #include "QelVector3d.h"
 #include "SceneLockGuard.h"
 #include "ShaderADS.h"
+#include "StatusCodes.h"
 #include "ViewerManipulator.h"
-
-namespace {
-constexpr long kObjectNotFound = 11100022;
-}
 
 GLViewer::GLViewer(QWidget* parent)
     : QWidget(parent),
       root_(new osg::Group),
       axisGroup_(new osg::Group),
       dataGroup_(new osg::Group),
-      shapeGroup_(new osg::Group) {
+      shapeGroup_(new osg::Group),
+      registry_(std::make_unique<OSGDataManager>()) {
+    dataGroup_->addChild(registry_->group());
     osgWidget_ = new QelOSGWidget(this);
     osgWidget_->setFocusPolicy(Qt::StrongFocus);
     auto* layout = new QVBoxLayout(this);
@@ -37,6 +37,10 @@ GLViewer::GLViewer(QWidget* parent)
     dataGroup_->setName("data");
     shapeGroup_->setName("shapes");
     textOverlays_.group()->setName("text");
+}
+
+int GLViewer::renderObjectCount() const {
+    return registry_->count();
 }
 
 GLViewer::~GLViewer() {
@@ -139,10 +143,10 @@ long GLViewer::addTextOverlay(const QelVar& text, const QelVector3d& position, f
 }
 
 long GLViewer::removeTextOverlay(long id) {
-    if (id < 0) return kObjectNotFound;
+    if (id < 0) return QelStatus::kObjectNotFound;
     {
         SceneLockGuard lock(osgWidget_);
-        if (!textOverlays_.remove(static_cast<unsigned int>(id))) return kObjectNotFound;
+        if (!textOverlays_.remove(static_cast<unsigned int>(id))) return QelStatus::kObjectNotFound;
     }
     requestRedraw();
     return 0;

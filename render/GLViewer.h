@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QStringList>
 #include <QWidget>
 #include <memory>
 #include <osg/Group>
@@ -10,6 +11,14 @@
 #include "TextOverlayManager.h"
 #include "TextPrototype.h"
 
+class OSGData;
+class OSGDataManager;
+class QelColorArray;
+class QelImage;
+class QelMatrix4;
+class QelPointCloud;
+class QelRangeImage;
+class QelTriangleMesh;
 class QelOSGWidget;
 class QelColor;
 class QelVar;
@@ -55,22 +64,59 @@ public:
     int textOverlayCount() const { return textOverlays_.count(); }
     const TextOverlayManager& textOverlays() const { return textOverlays_; }
 
+    // Render objects (GLViewerObjects.cpp). Adds return the new id or a
+    // status code >= 11000000; the info text follows every change.
+    OSGDataManager& registry() const { return *registry_; }
+    long addPointCloud(const QelPointCloud& cloud);
+    long addRangeImage(const QelRangeImage& image);
+    // Builds the new object first, then replaces every render object by it.
+    long displayRangeImage(const QelRangeImage& image);
+    long addTriangleMesh(const QelTriangleMesh& mesh);
+    long addImage(const QelImage& image);
+    void clearAllRenderObjects();
+    long clearAllPointClouds();
+    long clearAllRangeImages();
+    long clearAllTriangleMeshes();
+    long clearRenderObject(long id);
+    long clearScene();
+    long setElementState(long id, int mode);
+    void setElementStateForAll(int mode);
+    long setModelMatrix(long id, const QelMatrix4& matrix);
+    long setObjectVisible(long id, bool visible);
+    long setRenderColor(long id, const QelColorArray& colours);
+    long setPointSize(long id, float size);
+    long setLineWidth(long id, float width);
+    long setPointRenderMode(long id, int mode);
+    void setSamplingRatio(int step) { samplingStep_ = step; }
+    void setUseHeightColours(bool on);
+    int defaultRenderMode() const { return defaultMode_; }
+    const QStringList& infoText() const { return infoText_; }
+
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
     void requestRedraw();
+
+signals:
+    // The status lines for the window: the first for log level 0, the
+    // second (when there is one) for level 1.
+    void sig_infoText(const QStringList& lines);
 
 public slots:
     void initializeScene();
 
 protected:
     // Number of render objects in the view; the registry overrides it.
-    virtual int renderObjectCount() const { return 0; }
+    int renderObjectCount() const;
 
     bool manipulatorPending_ = false;
 
 private:
     void applyLightState();
+    // Takes a newly built object: refuses it when unusable or too large,
+    // otherwise colours it and adds it (after clearing when replace is set).
+    long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
+    void setInfoText(const QStringList& lines);
 
     QelOSGWidget* osgWidget_ = nullptr;
     ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed
@@ -84,4 +130,9 @@ private:
     bool lightOn_ = true;
     TextPrototype textPrototype_;
     TextOverlayManager textOverlays_;
+    std::unique_ptr<OSGDataManager> registry_;
+    QStringList infoText_;
+    int defaultMode_ = 4;
+    int samplingStep_ = 0;
+    bool useHeightColours_ = true;
 };

@@ -36,8 +36,14 @@ void MOpenglWidget::teardownRenderer() {
     } catch (const char*) {
         // No context: nothing GL-side can be released.
     }
-    renderer_->setSceneData(nullptr);
     osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window = renderer_->graphicsWindow();
+    // Release the scene's GL objects (vertex array states included) now,
+    // while the context is current; nodes that outlive the viewer would
+    // otherwise leave them for the library's exit-time clean-up, which
+    // frees them twice.
+    if (osg::Node* scene = renderer_->getSceneData(); scene && window)
+        scene->releaseGLObjects(window->getState());
+    renderer_->setSceneData(nullptr);
     const unsigned int contextId = window ? window->getState()->getContextID() : 0;
     if (window) window->close(true);
     delete renderer_;

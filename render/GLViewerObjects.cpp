@@ -1,0 +1,288 @@
+// GLViewer's render-object operations: each takes the scene lock, changes
+// the registry, releases the lock, then updates the info text and asks for
+// a redraw.
+#include <QCoreApplication>
+#include <cmath>
+#include <osg/ComputeBoundsVisitor>
+
+#include "GLViewer.h"
+#include "OSGDataManager.h"
+#include "OSGImage.h"
+#include "OSGPointCloud.h"
+#include "OSGRangeImage.h"
+#include "OSGTriangleMesh.h"
+#include "ObjectIdCounter.h"
+#include "QelImage.h"
+#include "QelMatrix4.h"
+#include "QelOSGWidget.h"
+#include "QelPointCloud.h"
+#include "QelRangeImage.h"
+#include "QelTriangleMesh.h"
+#include "SceneLockGuard.h"
+#include "StatusCodes.h"
+
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("GLViewer", text);
+}
+
+const char* dataTypeText(int type) {
+    static const char* const kTexts[] = {"8U", "8S", "16U", "16S", "32S", "32F", "64F"};
+    return (type >= 0 && type <= 6) ? kTexts[type] : "?";
+}
+
+}  // namespace
+
+void GLViewer::setInfoText(const QStringList& lines) {
+    infoText_ = lines;
+    emit sig_infoText(lines);
+}
+
+long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info) {
+    if (!object->isValid()) return QelStatus::kObjectUnusable;
+    osg::ComputeBoundsVisitor bounds;
+    object->node()->accept(bounds);
+    const osg::BoundingBox& box = bounds.getBoundingBox();
+    // Extent values must stay within what a 32-bit integer coordinate holds.
+    if (box.valid() &&
+        (box.xMax() > 2147483648.0f || box.yMax() > 2147483648.0f || box.zMax() > 2147483648.0f ||
+         box.xMin() < -2147483648.0f || box.yMin() < -2147483648.0f || box.zMin() < -2147483648.0f))
+        return QelStatus::kExtentTooLarge;
+    const long id = object->id();
+    {
+        SceneLockGuard lock(osgWidget_);
+        if (replace) registry_->clear();
+        registry_->add(std::move(object));
+    }
+    setInfoText(info);
+    if (initialised_ && !manipulator_) installManipulator();
+    requestRedraw();
+    return id;
+}
+
+long GLViewer::addPointCloud(const QelPointCloud& cloud) {
+    const long id = ObjectIdCounter::take();
+    auto object =
+        std::make_unique<OSGPointCloud>(cloud, 0, static_cast<int>(id), useHeightColours_);
+    object->applyDefaultColours();
+    const QString line = QStringLiteral("  ") + tr("Data Type: Point Cloud") + " \t " +
+                         tr("Number of Points: ") + QString::number(cloud.Length());
+    return adopt(std::move(object), false, {line});
+}
+
+namespace {
+
+QStringList rangeImageInfo(const QelRangeImage& image) {
+    const QString size = QString("%1 x %2").arg(image.Width()).arg(image.Height());
+    const QString resolution = QString("%1|%2|%3")
+                                   .arg(image.ResolutionX())
+                                   .arg(image.ResolutionY())
+                                   .arg(image.ResolutionZ());
+    const QString brief =
+        QStringLiteral("  ") + tr("Data Type: Range Image") + " \t " + tr("Image Size: ") + size;
+    return {brief, brief + " \t " + tr("Resolution X|Y|Z: ") + resolution + " \t " +
+                       dataTypeText(image.DataType())};
+}
+
+}  // namespace
+
+long GLViewer::addRangeImage(const QelRangeImage& image) {
+    const long id = ObjectIdCounter::take();
+    return adopt(std::make_unique<OSGRangeImage>(image, defaultMode_, static_cast<int>(id),
+                                                 samplingStep_, useHeightColours_),
+                 false, rangeImageInfo(image));
+}
+
+long GLViewer::displayRangeImage(const QelRangeImage& image) {
+    const long id = ObjectIdCounter::take();
+    return adopt(std::make_unique<OSGRangeImage>(image, defaultMode_, static_cast<int>(id),
+                                                 samplingStep_, useHeightColours_),
+                 true, rangeImageInfo(image));
+}
+
+long GLViewer::addTriangleMesh(const QelTriangleMesh& mesh) {
+    const long id = ObjectIdCounter::take();
+    auto object = std::make_unique<OSGTriangleMesh>(mesh, defaultMode_, static_cast<int>(id));
+    object->applyDefaultColours();
+    const QString line = QStringLiteral("  ") + tr("Data Type: Triangle Mesh") + " \t " +
+                         tr("Number of Vertices: ") + QString::number(mesh.NumVertices()) + "\t " +
+                         tr("Number of Faces: ") + QString::number(mesh.NumTriangles());
+    return adopt(std::move(object), false, {line});
+}
+
+long GLViewer::addImage(const QelImage& image) {
+    const long id = ObjectIdCounter::take();
+    auto object =
+        std::make_unique<OSGImage>(image, defaultMode_, static_cast<int>(id), samplingStep_);
+    const QString line = QStringLiteral("  ") + tr("Data Type: Image2D") + " \t " +
+                         tr("Image Size: ") +
+                         QString("%1 x %2").arg(image.Width()).arg(image.Height());
+    return adopt(std::move(object), false, {line});
+}
+
+void GLViewer::clearAllRenderObjects() {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->clear();
+    }
+    setInfoText({QString()});
+    requestRedraw();
+}
+
+long GLViewer::clearAllPointClouds() {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->removeKind(OSGData::PointCloud);
+    }
+    setInfoText({tr("Clear Point Cloud")});
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::clearAllRangeImages() {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->removeRangeImages();
+    }
+    setInfoText({tr("Clear Range Image")});
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::clearAllTriangleMeshes() {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->removeKind(OSGData::TriangleMesh);
+    }
+    setInfoText({tr("Clear Triangle Mesh")});
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::clearRenderObject(long id) {
+    bool empty = false;
+    {
+        SceneLockGuard lock(osgWidget_);
+        if (!registry_->remove(static_cast<int>(id))) return QelStatus::kObjectNotFound;
+        empty = registry_->count() == 0;
+    }
+    if (empty) setInfoText({QString()});
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::clearScene() {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->clear();
+        textOverlays_.clear();
+    }
+    setInfoText({QString()});
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setElementState(long id, int mode) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        object->setRenderMode(mode);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+void GLViewer::setElementStateForAll(int mode) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        registry_->setModeForAll(mode);
+        defaultMode_ = mode;
+    }
+    requestRedraw();
+}
+
+long GLViewer::setModelMatrix(long id, const QelMatrix4& matrix) {
+    // Column vectors in, the scene graph's row vectors out: the transpose,
+    // element by element.
+    const QelMatrix4 t = matrix.Transposed();
+    osg::Matrix m;
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 4; ++c)
+            m(r, c) = t.Value(r, c);
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        object->setMatrix(m);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setObjectVisible(long id, bool visible) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        object->setVisible(visible);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setRenderColor(long id, const QelColorArray& colours) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        if (colours.IsEmpty()) return QelStatus::kColorRefused;
+        if (colours.Channel() < 3) return QelStatus::kColorChannels;
+        if (!object->setColors(colours)) return QelStatus::kColorRefused;
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setPointSize(long id, float size) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        object->setPointSize(size);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setLineWidth(long id, float width) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object) return QelStatus::kObjectNotFound;
+        object->setLineWidth(width);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+long GLViewer::setPointRenderMode(long id, int mode) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        OSGData* object = registry_->find(static_cast<int>(id));
+        if (!object || object->kind() != OSGData::PointCloud) return QelStatus::kObjectNotFound;
+        static_cast<OSGPointCloud*>(object)->setPointRenderMode(mode);
+    }
+    requestRedraw();
+    return QelStatus::kOk;
+}
+
+void GLViewer::setUseHeightColours(bool on) {
+    {
+        SceneLockGuard lock(osgWidget_);
+        useHeightColours_ = on;
+        registry_->setSwitchForAll(on);
+    }
+    requestRedraw();
+}
