@@ -117,6 +117,10 @@ private:
     // otherwise colours it and adds it (after clearing when replace is set).
     long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
     void setInfoText(const QStringList& lines);
+    // Under the scene lock, runs change(object) on the render object with
+    // that id (11100022 when there is none) and redraws when it returns 0.
+    template <typename Change>
+    long changeObject(long id, Change change);
 
     QelOSGWidget* osgWidget_ = nullptr;
     ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed

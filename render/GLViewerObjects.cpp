@@ -183,15 +183,23 @@ long GLViewer::clearScene() {
     return QelStatus::kOk;
 }
 
-long GLViewer::setElementState(long id, int mode) {
+template <typename Change>
+long GLViewer::changeObject(long id, Change change) {
+    long status = QelStatus::kOk;
     {
         SceneLockGuard lock(osgWidget_);
         OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
-        object->setRenderMode(mode);
+        status = object ? change(*object) : QelStatus::kObjectNotFound;
     }
-    requestRedraw();
-    return QelStatus::kOk;
+    if (status == QelStatus::kOk) requestRedraw();
+    return status;
+}
+
+long GLViewer::setElementState(long id, int mode) {
+    return changeObject(id, [&](OSGData& o) {
+        o.setRenderMode(mode);
+        return QelStatus::kOk;
+    });
 }
 
 void GLViewer::setElementStateForAll(int mode) {
@@ -209,73 +217,48 @@ long GLViewer::setModelMatrix(long id, const QelMatrix4& matrix) {
     const QelMatrix4 t = matrix.Transposed();
     osg::Matrix m;
     for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c)
-            m(r, c) = t.Value(r, c);
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
-        object->setMatrix(m);
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+        for (int c = 0; c < 4; ++c) m(r, c) = t.Value(r, c);
+    return changeObject(id, [&](OSGData& o) {
+        o.setMatrix(m);
+        return QelStatus::kOk;
+    });
 }
 
 long GLViewer::setObjectVisible(long id, bool visible) {
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
-        object->setVisible(visible);
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+    return changeObject(id, [&](OSGData& o) {
+        o.setVisible(visible);
+        return QelStatus::kOk;
+    });
 }
 
 long GLViewer::setRenderColor(long id, const QelColorArray& colours) {
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
+    return changeObject(id, [&](OSGData& o) {
         if (colours.IsEmpty()) return QelStatus::kColorRefused;
         if (colours.Channel() < 3) return QelStatus::kColorChannels;
-        if (!object->setColors(colours)) return QelStatus::kColorRefused;
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+        return o.setColors(colours) ? QelStatus::kOk : QelStatus::kColorRefused;
+    });
 }
 
 long GLViewer::setPointSize(long id, float size) {
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
-        object->setPointSize(size);
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+    return changeObject(id, [&](OSGData& o) {
+        o.setPointSize(size);
+        return QelStatus::kOk;
+    });
 }
 
 long GLViewer::setLineWidth(long id, float width) {
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object) return QelStatus::kObjectNotFound;
-        object->setLineWidth(width);
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+    return changeObject(id, [&](OSGData& o) {
+        o.setLineWidth(width);
+        return QelStatus::kOk;
+    });
 }
 
 long GLViewer::setPointRenderMode(long id, int mode) {
-    {
-        SceneLockGuard lock(osgWidget_);
-        OSGData* object = registry_->find(static_cast<int>(id));
-        if (!object || object->kind() != OSGData::PointCloud) return QelStatus::kObjectNotFound;
-        static_cast<OSGPointCloud*>(object)->setPointRenderMode(mode);
-    }
-    requestRedraw();
-    return QelStatus::kOk;
+    return changeObject(id, [&](OSGData& o) {
+        if (o.kind() != OSGData::PointCloud) return QelStatus::kObjectNotFound;
+        static_cast<OSGPointCloud&>(o).setPointRenderMode(mode);
+        return QelStatus::kOk;
+    });
 }
 
 void GLViewer::setUseHeightColours(bool on) {
