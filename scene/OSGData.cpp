@@ -116,3 +116,29 @@ void OSGData::setVisible(bool visible) {
 void OSGData::setMatrix(const osg::Matrix& matrix) {
     transform_->setMatrix(matrix);
 }
+
+void OSGData::setPolygonMode(osg::PolygonMode* polygonMode, int mode) {
+    polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK,
+                         mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
+}
+
+void OSGData::switchSurfaceMode(osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from,
+                                int to, GLsizei pointCount,
+                                const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles) {
+    osg::StateSet* ss = geometry->getOrCreateStateSet();
+    if (from != 0) {
+        if (to == 0) {
+            ss->removeAttribute(polygonMode);
+            geometry->setPrimitiveSet(0, new osg::DrawArrays(GL_POINTS, 0, pointCount));
+        } else if (to == 1 || to == 4) {
+            setPolygonMode(polygonMode, to);
+        }
+        return;
+    }
+    osg::ref_ptr<osg::PrimitiveSet> triangles = makeTriangles();
+    geometry->setPrimitiveSet(0, triangles.get());
+    if (to == 1 || to == 4) {
+        ss->setAttribute(polygonMode);
+        setPolygonMode(polygonMode, to);
+    }
+}

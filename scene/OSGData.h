@@ -3,6 +3,8 @@
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
+#include <functional>
+#include <osg/PolygonMode>
 #include <osg/PrimitiveSet>
 #include <osg/ref_ptr>
 
@@ -59,6 +61,15 @@ protected:
     // Converts 0..255 colours to 0..1 and reports the smallest alpha.
     static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
     void widenHeightRange(double z);
+    // Line (mode 1) or fill (mode 4) on both faces.
+    static void setPolygonMode(osg::PolygonMode* polygonMode, int mode);
+    // Moves a surface geometry from render mode 'from' to 'to': points
+    // draw the first pointCount vertices without a polygon mode; modes 1
+    // and 4 draw the triangles that makeTriangles gives (asked only when
+    // coming from points) in line or fill polygon mode.
+    static void switchSurfaceMode(osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from,
+                                  int to, GLsizei pointCount,
+                                  const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles);
 
     int id_;
     int valid_ = 0;

@@ -17,7 +17,7 @@ OSGImage::OSGImage(const QelImage& image, int renderMode, int id, int step)
         osg::ref_ptr<osg::PrimitiveSet> primitive = rebuildGeometry();
         geometry_->addPrimitiveSet(primitive.get());
     }
-    if (renderMode == 1 || renderMode == 4) setPolygonMode(renderMode);
+    if (renderMode == 1 || renderMode == 4) setPolygonMode(polygonMode_.get(), renderMode);
     valid_ = 1;
 }
 
@@ -122,11 +122,6 @@ osg::ref_ptr<osg::PrimitiveSet> OSGImage::rebuildGeometry() {
     return t;
 }
 
-void OSGImage::setPolygonMode(int mode) {
-    polygonMode_->setMode(osg::PolygonMode::FRONT_AND_BACK,
-                          mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
-}
-
 void OSGImage::setStep(int step) {
     step_ = step;
     triangles_ = nullptr;
@@ -144,20 +139,7 @@ void OSGImage::setRenderMode(int mode) {
     }
     const int previous = renderMode_;
     renderMode_ = mode;
-    osg::StateSet* ss = geometry_->getOrCreateStateSet();
-    if (previous != 0) {
-        if (mode == 0) {
-            ss->removeAttribute(polygonMode_.get());
-            geometry_->setPrimitiveSet(0, new osg::DrawArrays(GL_POINTS, 0, rows_ * columns_));
-        } else if (mode == 1 || mode == 4) {
-            setPolygonMode(mode);
-        }
-        return;
-    }
-    osg::ref_ptr<osg::PrimitiveSet> t = triangles_.valid() ? triangles_ : rebuildGeometry();
-    geometry_->setPrimitiveSet(0, t.get());
-    if (mode == 1 || mode == 4) {
-        ss->setAttribute(polygonMode_.get());
-        setPolygonMode(mode);
-    }
+    switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode, rows_ * columns_, [this] {
+        return triangles_.valid() ? triangles_ : rebuildGeometry();
+    });
 }

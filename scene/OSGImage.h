@@ -21,7 +21,6 @@ public:
 
 private:
     void buildArrays();
-    void setPolygonMode(int mode);
 
     QelImage source_;
     int step_;

@@ -75,7 +75,7 @@ long OSGRangeImage::buildGeometry() {
             g->addPrimitiveSet(levelTriangles_[i].get());
         }
     }
-    if (renderMode_ == 1 || renderMode_ == 4) setPolygonMode(renderMode_);
+    if (renderMode_ == 1 || renderMode_ == 4) setPolygonMode(polygonMode_.get(), renderMode_);
     // The geometry step assembles, and so does the colour step after it:
     // each appends the levels to the LOD once more, as the design has it.
     return lodBuilder_->assemble(levelGeometries_, levelTransforms_);
@@ -266,36 +266,17 @@ bool OSGRangeImage::setColors(const QelColorArray& colours) {
     return true;
 }
 
-void OSGRangeImage::setPolygonMode(int mode) {
-    polygonMode_->setMode(osg::PolygonMode::FRONT_AND_BACK,
-                          mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
-}
-
 void OSGRangeImage::setRenderMode(int mode) {
     if (mode == renderMode_) return;
     const int previous = renderMode_;
     renderMode_ = mode;
-    for (size_t i = 0; i < levelGeometries_.size(); ++i) {
-        osg::Geometry* g = levelGeometries_[i].get();
-        osg::StateSet* ss = g->getOrCreateStateSet();
-        if (previous == 0) {
-            if (!levelTriangles_[i]) levelTriangles_[i] = buildTriangles(static_cast<int>(i));
-            g->setPrimitiveSet(0, levelTriangles_[i].get());
-            if (mode == 1 || mode == 4) {
-                ss->setAttribute(polygonMode_.get());
-                setPolygonMode(mode);
-            }
-        } else if (mode == 1 || mode == 4) {
-            ss->removeAttribute(polygonMode_.get());
-            setPolygonMode(mode);
-            ss->setAttribute(polygonMode_.get());
-        } else if (mode == 0) {
-            ss->removeAttribute(polygonMode_.get());
-            g->setPrimitiveSet(
-                0,
-                new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(levelVertices_[i]->size())));
-        }
-    }
+    for (size_t i = 0; i < levelGeometries_.size(); ++i)
+        switchSurfaceMode(levelGeometries_[i].get(), polygonMode_.get(), previous, mode,
+                          static_cast<GLsizei>(levelVertices_[i]->size()), [this, i] {
+                              if (!levelTriangles_[i])
+                                  levelTriangles_[i] = buildTriangles(static_cast<int>(i));
+                              return osg::ref_ptr<osg::PrimitiveSet>(levelTriangles_[i].get());
+                          });
 }
 
 void OSGRangeImage::setPointSize(float size) {

@@ -42,7 +42,6 @@ private:
     osg::ref_ptr<osg::DrawElementsUInt> buildTriangles(int level) const;
     long buildColours();
     void applyLevelColours(const QelColorArray& full);
-    void setPolygonMode(int mode);
 
     osg::ref_ptr<osg::LOD> lodNode_;
     std::vector<QelRangeImage> levelImages_;

@@ -30,7 +30,7 @@ OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, in
         coloursLocked_ = 2;
     }
     geometry_->getOrCreateStateSet()->setAttribute(polygonMode_.get());
-    if (renderMode == 1 || renderMode == 4) setPolygonMode(renderMode);
+    if (renderMode == 1 || renderMode == 4) setPolygonMode(polygonMode_.get(), renderMode);
     valid_ = 1;
 }
 
@@ -57,30 +57,13 @@ osg::ref_ptr<osg::DrawElementsUInt> OSGTriangleMesh::buildTriangles() const {
     return t;
 }
 
-void OSGTriangleMesh::setPolygonMode(int mode) {
-    polygonMode_->setMode(osg::PolygonMode::FRONT_AND_BACK,
-                          mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
-}
-
 void OSGTriangleMesh::setRenderMode(int mode) {
     if (mode == renderMode_) return;
     const int previous = renderMode_;
     renderMode_ = mode;
-    osg::StateSet* ss = geometry_->getOrCreateStateSet();
-    if (previous != 0) {
-        if (mode == 0) {
-            ss->removeAttribute(polygonMode_.get());
-            geometry_->setPrimitiveSet(
-                0, new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size())));
-        } else if (mode == 1 || mode == 4) {
-            setPolygonMode(mode);
-        }
-        return;
-    }
-    if (!triangles_) triangles_ = buildTriangles();
-    geometry_->setPrimitiveSet(0, triangles_.get());
-    if (mode == 1 || mode == 4) {
-        ss->setAttribute(polygonMode_.get());
-        setPolygonMode(mode);
-    }
+    switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode,
+                      static_cast<GLsizei>(vertices_->size()), [this] {
+                          if (!triangles_) triangles_ = buildTriangles();
+                          return osg::ref_ptr<osg::PrimitiveSet>(triangles_.get());
+                      });
 }

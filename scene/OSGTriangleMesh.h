@@ -16,7 +16,6 @@ public:
 
 private:
     osg::ref_ptr<osg::DrawElementsUInt> buildTriangles() const;
-    void setPolygonMode(int mode);
 
     QelTriangleMesh source_;
     osg::ref_ptr<osg::PolygonMode> polygonMode_;
