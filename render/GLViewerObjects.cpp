@@ -217,7 +217,8 @@ long GLViewer::setModelMatrix(long id, const QelMatrix4& matrix) {
     const QelMatrix4 t = matrix.Transposed();
     osg::Matrix m;
     for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c) m(r, c) = t.Value(r, c);
+        for (int c = 0; c < 4; ++c)
+            m(r, c) = t.Value(r, c);
     return changeObject(id, [&](OSGData& o) {
         o.setMatrix(m);
         return QelStatus::kOk;

@@ -53,16 +53,16 @@ void removeGlass(osg::StateSet& ss) {
     ss.setRenderingHint(osg::StateSet::DEFAULT_BIN);
 }
 
-const NamedShaderProgram kPrograms[] = {
-    {"glass", kGlassVertexSource, kGlassFragmentSource, installGlass, removeGlass},
-    {"pointSprite", kPointSpriteVertexSource, kPointSpriteFragmentSource, installPointSprite,
-     removePointState},
-    {"pointSurfel", kSurfelVertexSource, kSurfelFragmentSource, installSurfel, removePointState},
-};
-
 }  // namespace
 
 const NamedShaderProgram* findNamedShaderProgram(const std::string& name) {
+    static const NamedShaderProgram kPrograms[] = {
+        {"glass", kGlassVertexSource, kGlassFragmentSource, installGlass, removeGlass},
+        {"pointSprite", pointVertexSource("sphere_radius"), kPointSpriteFragmentSource,
+         installPointSprite, removePointState},
+        {"pointSurfel", pointVertexSource("surfel_radius"), kSurfelFragmentSource, installSurfel,
+         removePointState},
+    };
     for (const NamedShaderProgram& p : kPrograms)
         if (name == p.name) return &p;
     return nullptr;

@@ -9,8 +9,8 @@ class StateSet;
 // The GLSL programs that QelGLShaderAlg installs by name.
 struct NamedShaderProgram {
     const char* name;
-    const char* vertexSource;
-    const char* fragmentSource;
+    std::string vertexSource;
+    std::string fragmentSource;
     // Adds the program's uniforms (with defaults) and render state.
     void (*install)(osg::StateSet& stateSet);
     // Removes the render state again (uniforms stay; they are inert).
@@ -22,7 +22,8 @@ const NamedShaderProgram* findNamedShaderProgram(const std::string& name);
 
 extern const char* const kGlassVertexSource;
 extern const char* const kGlassFragmentSource;
-extern const char* const kPointSpriteVertexSource;
 extern const char* const kPointSpriteFragmentSource;
-extern const char* const kSurfelVertexSource;
 extern const char* const kSurfelFragmentSource;
+// The vertex shader of both point programs: points as screen squares of
+// twice the radius that the named uniform holds, in pixels.
+std::string pointVertexSource(const char* radiusUniform);

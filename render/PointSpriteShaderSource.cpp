@@ -2,17 +2,6 @@
 // sphere_radius pixels, lit from the direction eLightPos (eye coordinates).
 #include "NamedShaderPrograms.h"
 
-const char* const kPointSpriteVertexSource = R"(#version 120
-uniform float sphere_radius;
-varying vec4 colour;
-void main()
-{
-    colour = gl_Color;
-    gl_Position = ftransform();
-    gl_PointSize = max(2.0 * sphere_radius, 1.0);
-}
-)";
-
 const char* const kPointSpriteFragmentSource = R"(#version 120
 uniform vec3 eLightPos;
 varying vec4 colour;

@@ -24,8 +24,8 @@ long QelGLShaderAlg::install() {
     if (!program_.valid() || program_->getName() != name_) {
         program_ = new osg::Program;
         program_->setName(name_);
-        program_->addShader(new osg::Shader(osg::Shader::VERTEX, named->vertexSource));
-        program_->addShader(new osg::Shader(osg::Shader::FRAGMENT, named->fragmentSource));
+        program_->addShader(new osg::Shader(osg::Shader::VERTEX, named->vertexSource.c_str()));
+        program_->addShader(new osg::Shader(osg::Shader::FRAGMENT, named->fragmentSource.c_str()));
     }
     named->install(*stateSet_);
     stateSet_->setAttributeAndModes(program_.get(), osg::StateAttribute::ON);

@@ -3,17 +3,6 @@
 // overlapping splats stay distinguishable.
 #include "NamedShaderPrograms.h"
 
-const char* const kSurfelVertexSource = R"(#version 120
-uniform float surfel_radius;
-varying vec4 colour;
-void main()
-{
-    colour = gl_Color;
-    gl_Position = ftransform();
-    gl_PointSize = max(2.0 * surfel_radius, 1.0);
-}
-)";
-
 const char* const kSurfelFragmentSource = R"(#version 120
 varying vec4 colour;
 void main()

@@ -122,9 +122,9 @@ void OSGData::setPolygonMode(osg::PolygonMode* polygonMode, int mode) {
                          mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
 }
 
-void OSGData::switchSurfaceMode(osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from,
-                                int to, GLsizei pointCount,
-                                const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles) {
+void OSGData::switchSurfaceMode(
+    osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from, int to, GLsizei pointCount,
+    const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles) {
     osg::StateSet* ss = geometry->getOrCreateStateSet();
     if (from != 0) {
         if (to == 0) {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
-#include <functional>
 #include <osg/PolygonMode>
 #include <osg/PrimitiveSet>
 #include <osg/ref_ptr>
@@ -67,9 +67,9 @@ protected:
     // draw the first pointCount vertices without a polygon mode; modes 1
     // and 4 draw the triangles that makeTriangles gives (asked only when
     // coming from points) in line or fill polygon mode.
-    static void switchSurfaceMode(osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from,
-                                  int to, GLsizei pointCount,
-                                  const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles);
+    static void switchSurfaceMode(
+        osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from, int to,
+        GLsizei pointCount, const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles);
 
     int id_;
     int valid_ = 0;

@@ -139,7 +139,6 @@ void OSGImage::setRenderMode(int mode) {
     }
     const int previous = renderMode_;
     renderMode_ = mode;
-    switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode, rows_ * columns_, [this] {
-        return triangles_.valid() ? triangles_ : rebuildGeometry();
-    });
+    switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode, rows_ * columns_,
+                      [this] { return triangles_.valid() ? triangles_ : rebuildGeometry(); });
 }
