@@ -33,6 +33,8 @@ GLViewer::GLViewer(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(osgWidget_);
     connect(osgWidget_, &MOpenglWidget::initialized, this, &GLViewer::initializeScene);
+    bboxGroup_ = new osg::Group;
+    axisGroup_->addChild(bboxGroup_.get());
     root_->setName("root");
     dataGroup_->setName("data");
     shapeGroup_->setName("shapes");
@@ -169,6 +171,7 @@ QImage GLViewer::grabFrame() {
 }
 
 void GLViewer::requestRedraw() {
+    if (bboxVisible_) rebuildBoundingBox();
     osgWidget_->requestRedraw();
     osgWidget_->update();
 }

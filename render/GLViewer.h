@@ -17,6 +17,7 @@ class QelColorArray;
 class QelImage;
 class QelMatrix4;
 class QelPointCloud;
+class Qel3DPlane;
 class QelRangeImage;
 class QelTriangleMesh;
 class QelOSGWidget;
@@ -92,6 +93,27 @@ public:
     int defaultRenderMode() const { return defaultMode_; }
     const QStringList& infoText() const { return infoText_; }
 
+    // Camera, views, light, clipping and furniture (GLViewerView.cpp).
+    void setCamera(const QelVector3d& eye, const QelVector3d& centre, const QelVector3d& up);
+    void getCamera(QelVector3d* eye, QelVector3d* centre, QelVector3d* up);
+    // 0 top, 1 bottom, 2 front, 3 back, 4 left, 5 right, anything else oblique.
+    void moveToView(int view);
+    void setProjection(bool orthographic);
+    bool isOrthographic() const;
+    // Moves the rotation centre to the point and divides the distance by factor.
+    void zoom(const QelVector3d& point, float factor);
+    void zoomFit();
+    void setLightParameter(float power, const QelVector3d& direction);
+    void setLightCoefficients(float ambient, float diffuse, float specular);
+    void setClipPlane(const Qel3DPlane& plane);
+    void setTextPen(const QelColor& colour, long size);
+    void getTextPen(QelColor* colour, long* size) const;
+    void setBoundingBoxVisible(bool visible);
+    bool boundingBoxVisible() const { return bboxVisible_; }
+    // The view as a 3-channel 8-bit image: 11501008 without render objects,
+    // 11501002 when the picture cannot be taken.
+    long screenShot(QelImage* out);
+
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
@@ -113,6 +135,11 @@ protected:
 
 private:
     void applyLightState();
+    // Creates the embedded viewer and the manipulator when they are missing,
+    // so camera calls work before the first paint.
+    void ensureViewer();
+    ViewerManipulator* ensureManipulator();
+    void rebuildBoundingBox();
     // Takes a newly built object: refuses it when unusable or too large,
     // otherwise colours it and adds it (after clearing when replace is set).
     long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
@@ -139,4 +166,8 @@ private:
     int defaultMode_ = 4;
     int samplingStep_ = 0;
     bool useHeightColours_ = true;
+    bool bboxVisible_ = false;
+    osg::ref_ptr<osg::Group> bboxGroup_;
+    QColor textPenColour_{Qt::white};
+    long textPenSize_ = 12;
 };

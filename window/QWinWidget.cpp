@@ -40,6 +40,12 @@ void QWinWidget::followParentSize(unsigned long window, int width, int height) {
     if (window == parentWindow_) setGeometry(0, 0, width, height);
 }
 
+void QWinWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        if (child->property("qelFillParent").toBool()) child->setGeometry(rect());
+}
+
 void QWinWidget::show() {
     if (!previousFocus_) {
         X11Connection* x11 = X11Connection::instance();

@@ -22,6 +22,8 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+    // Children marked with the property "qelFillParent" keep the widget's size.
+    void resizeEvent(QResizeEvent* event) override;
     void childEvent(QChildEvent* event) override;
 
 private:

@@ -1,8 +1,11 @@
 #include "X11Connection.h"
 
-#include <X11/Xlib.h>
-
+#include <QCoreApplication>
+#include <QPointer>
 #include <QSocketNotifier>
+
+// Xlib's macros (None, Bool, Status, ...) clash with Qt's: it comes last.
+#include <X11/Xlib.h>
 
 namespace {
 
@@ -33,12 +36,23 @@ bool plausibleId(unsigned long id) {
 
 }  // namespace
 
+// One connection per application object: it lives as the application's
+// child, so a library-created application takes it along when it goes and
+// the next one opens a fresh connection with its own event dispatcher.
 X11Connection* X11Connection::instance() {
-    static X11Connection* connection = []() -> X11Connection* {
+    static QPointer<X11Connection> connection;
+    if (!connection) {
         Display* display = XOpenDisplay(nullptr);
-        return display ? new X11Connection(display) : nullptr;
-    }();
+        if (!display) return nullptr;
+        connection = new X11Connection(display);
+        connection->setParent(QCoreApplication::instance());
+    }
     return connection;
+}
+
+X11Connection::~X11Connection() {
+    delete notifier_;
+    XCloseDisplay(display_);
 }
 
 X11Connection::X11Connection(Display* display)

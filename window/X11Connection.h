@@ -14,6 +14,7 @@ class X11Connection : public QObject {
 public:
     // The process-wide connection, opened on first use (null without X).
     static X11Connection* instance();
+    ~X11Connection() override;
 
     // Whether id names an existing window; never kills the process.
     bool isWindow(unsigned long id);

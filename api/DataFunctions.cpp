@@ -1,0 +1,237 @@
+// Exported functions: showing, removing and styling render objects.
+#include "ColorMapIndex.h"
+#include "GLViewer.h"
+#include "Qel3DGraphics.h"
+#include "Qel3DGraphicsPrivate.h"
+#include "StatusCodes.h"
+#include "WindowRegistry.h"
+
+namespace QELMV {
+
+namespace {
+
+constexpr unsigned long kMaxCount = 2147483647ul;
+
+long checkCloud(const QelPointCloud& cloud, bool needValid) {
+    if (cloud.Length() <= 0) return QelStatus::kPointCloudEmpty;
+    if (needValid && cloud.NumValidPoints() == 0) return QelStatus::kNoValidPoints;
+    if (static_cast<unsigned long>(cloud.Length()) > kMaxCount) return QelStatus::kCountTooLarge;
+    return 0;
+}
+
+long checkRangeImage(const QelRangeImage& image) {
+    const unsigned long long samples =
+        static_cast<unsigned long long>(image.Width() < 0 ? 0 : image.Width()) *
+        static_cast<unsigned long long>(image.Height() < 0 ? 0 : image.Height());
+    if (samples == 0) return QelStatus::kRangeImageEmpty;
+    if (samples > kMaxCount) return QelStatus::kCountTooLarge;
+    return 0;
+}
+
+long checkMesh(const QelTriangleMesh& mesh) {
+    if (mesh.NumVertices() <= 0) return QelStatus::kMeshNoVertices;
+    if (mesh.NumTriangles() <= 0) return QelStatus::kMeshNoTriangles;
+    if (mesh.NumValidVertices() == 0) return QelStatus::kMeshNoValidVertices;
+    if (mesh.NumValidTriangles() == 0) return QelStatus::kMeshNoValidTriangles;
+    return 0;
+}
+
+// The window's view, or null for an unknown handle.
+GLViewer* view(long long window) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    return w ? w->viewer() : nullptr;
+}
+
+}  // namespace
+
+long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkCloud(cloud, false)) return status;
+    v->clearAllRenderObjects();
+    return v->addPointCloud(cloud);
+}
+
+long QelDisplayRangeImage(long long window, QelRangeImage& image) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkRangeImage(image)) return status;
+    return v->displayRangeImage(image);
+}
+
+long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkMesh(mesh)) return status;
+    v->clearAllRenderObjects();
+    return v->addTriangleMesh(mesh);
+}
+
+long QelDisplay2DImage(long long window, QelImage& image) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
+    if (static_cast<unsigned int>(image.BitDepth()) > 3) return QelStatus::kImageTypeRefused;
+    v->clearAllRenderObjects();
+    return v->addImage(image);
+}
+
+long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkCloud(cloud, true)) return status;
+    return v->addPointCloud(cloud);
+}
+
+long QelAdd3DRenderObject(long long window, QelRangeImage& image) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkRangeImage(image)) return status;
+    return v->addRangeImage(image);
+}
+
+long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (long status = checkMesh(mesh)) return status;
+    return v->addTriangleMesh(mesh);
+}
+
+long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position, float size,
+                          QelColor& colour) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (text.ValType() != QEL_VAR_STRING && text.ValType() != QEL_VAR_WSTRING)
+        return QelStatus::argument(2);
+    if (!position.IsValid()) return QelStatus::argument(3);
+    if (!(size > 0)) return QelStatus::argument(4);
+    return v->addTextOverlay(text, position, size, colour);
+}
+
+long QelClear3DScene(long long window) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearScene();
+}
+
+long QelClearRenderObject(long long window, long id) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearRenderObject(id);
+}
+
+long QelClearAllPointCloud(long long window) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearAllPointClouds();
+}
+
+long QelClearAllRangeImage(long long window) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearAllRangeImages();
+}
+
+long QelClearAllTriangleMesh(long long window) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearAllTriangleMeshes();
+}
+
+long QelClear3DTextOverlay(long long window, long id) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->removeTextOverlay(id);
+}
+
+long QelClearAll3DTextOverlay(long long window) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->removeAllTextOverlays();
+}
+
+long QelSetObjectVisible(long long window, long id, bool visible) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->setObjectVisible(id, visible);
+}
+
+long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (!Qel3DAxisTransform().IsPoseMatrix(matrix)) return QelStatus::kNotAPose;
+    return v->setModelMatrix(id, matrix);
+}
+
+long QelSetRenderColor(long long window, long id, QelColorArray& colours) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->setRenderColor(id, colours);
+}
+
+long QelSetRenderLineWidth(long long window, long id, float width) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (!(width > 0.0f && width <= 10.0f)) return QelStatus::argument(3);
+    return v->setLineWidth(id, width);
+}
+
+long QelSet3DElementSize(long long window, long id, int size) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (size < 1) return QelStatus::argument(3);
+    return v->setPointSize(id, static_cast<float>(size));
+}
+
+namespace {
+// Element states 0, 1, 2 are drawn as OpenGL modes 0, 1, 4.
+constexpr int kPrimitiveMode[] = {0, 1, 4};
+}  // namespace
+
+long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(3);
+    return v->setElementState(id, kPrimitiveMode[state]);
+}
+
+long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(2);
+    w->setElementStateForAll(kPrimitiveMode[state]);
+    return 0;
+}
+
+long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (static_cast<int>(mode) >= 2) return QelStatus::argument(3);
+    return v->setPointRenderMode(id, mode);
+}
+
+long QelSetDefaultLUT(long long window, int table) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (static_cast<unsigned int>(table) > 6) return QelStatus::argument(2);
+    ColorMapIndex::set(table);
+    return 0;
+}
+
+long QelSetSamplingRatio(long long window, int ratio) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (ratio < 0) return QelStatus::argument(2);
+    v->setSamplingRatio(ratio);
+    return 0;
+}
+
+long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) {
+    GLViewer* v = view(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (!plane.IsValid()) return QelStatus::kClipPlaneInvalid;
+    v->setClipPlane(plane);
+    return 0;
+}
+
+}  // namespace QELMV

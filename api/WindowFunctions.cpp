@@ -1,0 +1,191 @@
+// Exported functions: window life cycle, furniture and interaction.
+#include <QApplication>
+#include <QWidget>
+
+#include "GLViewer.h"
+#include "QWinWidget.h"
+#include "Qel3DGraphics.h"
+#include "Qel3DGraphicsPrivate.h"
+#include "StatusCodes.h"
+#include "WindowRegistry.h"
+#include "X11Connection.h"
+
+namespace QELMV {
+
+namespace {
+
+// The rectangle checks shared by the rectangle form of creation and the move.
+long checkRectangle(int left, int top, int right, int bottom) {
+    if (left < 0) return QelStatus::argument(1);
+    if (top < 0) return QelStatus::argument(2);
+    if (right <= left) return QelStatus::argument(3);
+    if (bottom <= top) return QelStatus::argument(4);
+    return 0;
+}
+
+void setRectangle(Qel3DGraphicsPrivate* window, int left, int top, int right, int bottom) {
+    window->setProperty("qelFillParent", false);
+    window->setGeometry(left, top, right - left, bottom - top);
+}
+
+// Builds the window under parent, shows it and registers its handle.
+long finishCreation(QWidget* parent, bool toolkitParent, long long* out) {
+    auto* window = new Qel3DGraphicsPrivate(parent, toolkitParent);
+    if (!toolkitParent) {
+        // Inside a host's native window the 3D window fills it.
+        window->setProperty("qelFillParent", true);
+        window->setGeometry(parent->rect());
+    }
+    window->show();
+    if (out) *out = reinterpret_cast<long long>(window);
+    WindowRegistry::add(window);
+    return 0;
+}
+
+// Hosts the window in the X11 window id; 11504103 when id is not a window.
+long createInNativeWindow(unsigned long id, long long* out) {
+    X11Connection* x11 = X11Connection::instance();
+    if (!x11 || !x11->isWindow(id)) return QelStatus::kNotAWindow;
+    bool embedded = false;
+    auto* host = new QWinWidget(id, &embedded);
+    if (!embedded) {
+        delete host;
+        return QelStatus::kNotAWindow;
+    }
+    host->show();
+    return finishCreation(host, false, out);
+}
+
+}  // namespace
+
+long QelCreate3DWnd(long long parent, long long* window) {
+    WindowRegistry::ensureApplication();
+    if (parent > 0)
+        if (QWidget* widget = QWidget::find(static_cast<WId>(parent)))
+            return finishCreation(widget, true, window);
+    if (parent <= 0 || parent > 0xFFFFFFFFll) return QelStatus::kNotAWindow;
+    return createInNativeWindow(static_cast<unsigned long>(parent), window);
+}
+
+long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, long long* window) {
+    if (long status = checkRectangle(left, top, right, bottom)) return status;
+    long long handle = 0;
+    if (long status = QelCreate3DWnd(parent, &handle)) return status;
+    setRectangle(WindowRegistry::find(handle), left, top, right, bottom);
+    if (window) *window = handle;
+    return 0;
+}
+
+long QelCreate3DWnd(void* parent, long long* window) {
+    const bool hostApplication = WindowRegistry::hostOwnsApplication();
+    WindowRegistry::ensureApplication();
+    if (!parent) return QelStatus::kNotAWindow;
+    if (hostApplication) return finishCreation(static_cast<QWidget*>(parent), true, window);
+    return createInNativeWindow(*static_cast<unsigned long*>(parent), window);
+}
+
+long QelMove3DWnd(long long window, int left, int top, int right, int bottom) {
+    if (long status = checkRectangle(left, top, right, bottom)) return status;
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    setRectangle(w, left, top, right, bottom);
+    return 0;
+}
+
+long QelDestory3DWnd(long long window) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (w->parentIsToolkitWidget()) {
+        delete w;
+    } else if (auto* host = qobject_cast<QWinWidget*>(w->parentWidget())) {
+        delete host;  // takes the window with it
+    } else {
+        delete w;
+    }
+    WindowRegistry::remove(window);
+    WindowRegistry::releaseApplication();
+    return 0;
+}
+
+long QelSet3DWndNumber(long long window, int number, bool visible) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (number < 1 || number > 99999) return QelStatus::argument(2);
+    w->setWindowNumber(number, visible);
+    return 0;
+}
+
+long QelDrawMessageText(long long window, QelVar& text) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (text.ValType() < 0 || text.ValType() > 3) return QelStatus::argument(2);
+    w->drawMessageText(text);
+    return 0;
+}
+
+long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (text.ValType() < 0 || text.ValType() > 3) return QelStatus::argument(2);
+    w->moveMessageText(position);
+    w->drawMessageText(text);
+    return 0;
+}
+
+long QelSet3DToolbarVisible(long long window, long mask, bool visible) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    return w->setToolbarMask(mask, visible);
+}
+
+long QelSet3DToolbarVisible(long long window, bool visible) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->setToolbarVisible(visible);
+    return 0;
+}
+
+long QelSet3DStatusbarVisible(long long window, bool visible) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->setStatusbarVisible(visible);
+    return 0;
+}
+
+long QelSet3DStatusbarLogLevel(long long window, int level) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (static_cast<unsigned int>(level) > 1) return QelStatus::argument(2);
+    w->setStatusLogLevel(level);
+    return 0;
+}
+
+long QelSet3DTextPen(long long window, QelColor& colour, long size) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (size <= 0) return QelStatus::argument(3);
+    w->viewer()->setTextPen(colour, size);
+    return 0;
+}
+
+long QelGet3DTextPen(long long window, QelColor* colour, long* size) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->viewer()->getTextPen(colour, size);
+    return 0;
+}
+
+long Qel3DScreenShot(long long window, QelImage* image) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    return w->screenShot(image);
+}
+
+long QelRegisterSelectPointEvent(long long window, QelSelectPointEvent callback, void* user) {
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->registerSelectPoint(window, callback, user);
+    return 0;
+}
+
+}  // namespace QELMV

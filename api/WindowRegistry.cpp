@@ -1,0 +1,49 @@
+#include "WindowRegistry.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "Qel3DGraphicsPrivate.h"
+
+std::vector<long long>& WindowRegistry::handles() {
+    static std::vector<long long> list;
+    return list;
+}
+
+Qel3DGraphicsPrivate* WindowRegistry::find(long long handle) {
+    const std::vector<long long>& list = handles();
+    if (std::find(list.begin(), list.end(), handle) == list.end()) return nullptr;
+    return reinterpret_cast<Qel3DGraphicsPrivate*>(handle);
+}
+
+void WindowRegistry::add(Qel3DGraphicsPrivate* window) {
+    handles().push_back(reinterpret_cast<long long>(window));
+}
+
+void WindowRegistry::remove(long long handle) {
+    std::vector<long long>& list = handles();
+    list.erase(std::remove(list.begin(), list.end(), handle), list.end());
+}
+
+void WindowRegistry::ensureApplication() {
+    if (!QApplication::instance()) {
+        // The argument count must outlive the application.
+        static int argc = 0;
+        static char* argv[] = {nullptr};
+        application_ = new QApplication(argc, argv);
+        libraryCreated_ = true;
+    } else {
+        application_ = nullptr;
+    }
+}
+
+bool WindowRegistry::hostOwnsApplication() {
+    return QApplication::instance() && !libraryCreated_;
+}
+
+void WindowRegistry::releaseApplication() {
+    if (!handles().empty() || !application_ || !libraryCreated_) return;
+    delete application_;
+    application_ = nullptr;
+    libraryCreated_ = false;
+}

@@ -1,0 +1,219 @@
+// The view's camera, light, clipping and furniture operations.
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osgViewer/Viewer>
+
+#include "GLViewer.h"
+#include "OSGDataManager.h"
+#include "Qel3DPlane.h"
+#include "QelColor.h"
+#include "QelImage.h"
+#include "QelOSGWidget.h"
+#include "QelVector3d.h"
+#include "SceneLockGuard.h"
+#include "ShaderADS.h"
+#include "StatusCodes.h"
+#include "ViewerManipulator.h"
+
+namespace {
+osg::Vec3d toVec(const QelVector3d& v) {
+    return osg::Vec3d(v.x, v.y, v.z);
+}
+QelVector3d fromVec(const osg::Vec3d& v) {
+    return QelVector3d(float(v.x()), float(v.y()), float(v.z()));
+}
+}  // namespace
+
+void GLViewer::ensureViewer() {
+    if (!osgWidget_->renderer()) osgWidget_->grab();  // the first paint creates the viewer
+}
+
+ViewerManipulator* GLViewer::ensureManipulator() {
+    ensureViewer();
+    if (!manipulator_) installManipulator();
+    return manipulator_;
+}
+
+void GLViewer::setCamera(const QelVector3d& eye, const QelVector3d& centre, const QelVector3d& up) {
+    if (ViewerManipulator* m = ensureManipulator())
+        m->setLookAt(toVec(eye), toVec(centre), toVec(up));
+    requestRedraw();
+}
+
+void GLViewer::getCamera(QelVector3d* eye, QelVector3d* centre, QelVector3d* up) {
+    ViewerManipulator* m = ensureManipulator();
+    if (!m) return;
+    osg::Vec3d e, c, u;
+    {
+        SceneLockGuard lock(osgWidget_);
+        m->getTransformation(e, c, u);
+    }
+    if (eye) *eye = fromVec(e);
+    if (centre) *centre = fromVec(c);
+    if (up) *up = fromVec(u);
+}
+
+void GLViewer::moveToView(int view) {
+    if (ViewerManipulator* m = ensureManipulator()) m->moveToView(view);
+    requestRedraw();
+}
+
+bool GLViewer::isOrthographic() const {
+    return manipulator_ && manipulator_->isOrtho();
+}
+
+void GLViewer::setProjection(bool orthographic) {
+    ViewerManipulator* m = ensureManipulator();
+    if (!m || m->isOrtho() == orthographic) return;
+    osg::Camera* camera = osgWidget_->viewer()->getCamera();
+    double left, right, bottom, top, zNear, zFar;
+    if (orthographic) {
+        // setOrtho reads the scene bound under the lock itself.
+        camera->getProjectionMatrixAsFrustum(left, right, bottom, top, zNear, zFar);
+        m->setOrtho(true, left, right, bottom, top, zNear, zFar);
+        m->getOrthoBox(left, right, bottom, top, zNear, zFar);
+        SceneLockGuard lock(osgWidget_);
+        camera->setProjectionMatrixAsOrtho(left, right, bottom, top, zNear, zFar);
+    } else {
+        m->setOrtho(false, 0, 0, 0, 0, 0, 0);
+        m->getOrthoBox(left, right, bottom, top, zNear, zFar);
+        SceneLockGuard lock(osgWidget_);
+        camera->setProjectionMatrixAsFrustum(left, right, bottom, top, zNear, zFar);
+        const osg::GraphicsContext* gc = camera->getGraphicsContext();
+        if (gc && gc->getTraits() && gc->getTraits()->height > 0 && top != bottom &&
+            right != left) {
+            const double ratio = (double(gc->getTraits()->width) / gc->getTraits()->height) /
+                                 ((right - left) / (top - bottom));
+            if (ratio != 1.0) {
+                osg::Matrixd projection = camera->getProjectionMatrix();
+                projection.postMultScale(osg::Vec3d(1.0 / ratio, 1.0, 1.0));
+                camera->setProjectionMatrix(projection);
+            }
+        }
+    }
+    requestRedraw();
+}
+
+void GLViewer::zoom(const QelVector3d& point, float factor) {
+    ViewerManipulator* m = ensureManipulator();
+    if (!m || !(factor > 0)) return;
+    {
+        SceneLockGuard lock(osgWidget_);
+        m->setCenter(toVec(point));
+        m->setDistance(m->getDistance() / factor);
+    }
+    m->sendViewportChangedMsg();
+    requestRedraw();
+}
+
+void GLViewer::zoomFit() {
+    ViewerManipulator* m = ensureManipulator();
+    if (!m) return;
+    {
+        SceneLockGuard lock(osgWidget_);
+        // Keeps the current direction; only centre and distance follow the scene.
+        const osg::BoundingSphere bound = dataGroup_->getBound();
+        if (bound.valid() && bound.radius() > 0) {
+            m->setCenter(bound.center());
+            m->setDistance(bound.radius() * 3.5);
+        }
+    }
+    m->sendViewportChangedMsg();
+    requestRedraw();
+}
+
+void GLViewer::setLightParameter(float power, const QelVector3d& direction) {
+    ensureViewer();
+    if (lighting_) {
+        SceneLockGuard lock(osgWidget_);
+        lighting_->setLightPower(power);
+        lighting_->setLightDir(float(direction.x), float(direction.y), float(direction.z));
+    }
+    requestRedraw();
+}
+
+void GLViewer::setLightCoefficients(float ambient, float diffuse, float specular) {
+    ensureViewer();
+    if (lighting_) {
+        SceneLockGuard lock(osgWidget_);
+        lighting_->setAmbientWeight(ambient);
+        lighting_->setDiffuseWeight(diffuse);
+        lighting_->setSpecularWeight(specular);
+    }
+    requestRedraw();
+}
+
+void GLViewer::setClipPlane(const Qel3DPlane& plane) {
+    ensureViewer();
+    if (lighting_) {
+        // Points p with n . p + d >= 0 stay, where d = -n . point.
+        const QelVector3d& n = plane.Normal();
+        const QelVector3d& p = plane.Point();
+        const double d = -(n.x * p.x + n.y * p.y + n.z * p.z);
+        SceneLockGuard lock(osgWidget_);
+        lighting_->setClipPlane(float(n.x), float(n.y), float(n.z), float(d));
+    }
+    requestRedraw();
+}
+
+void GLViewer::setTextPen(const QelColor& colour, long size) {
+    textPenColour_ = QColor(colour.r, colour.g, colour.b, colour.a);
+    textPenSize_ = size;
+}
+
+void GLViewer::getTextPen(QelColor* colour, long* size) const {
+    if (colour)
+        *colour =
+            QelColor(textPenColour_.red(), textPenColour_.green(), textPenColour_.blue(), 255);
+    if (size) *size = textPenSize_;
+}
+
+void GLViewer::setBoundingBoxVisible(bool visible) {
+    bboxVisible_ = visible;
+    rebuildBoundingBox();
+    requestRedraw();
+}
+
+// Twelve edges of the data's axis-aligned box, in the inverted background
+// colour so they stay visible on any background.
+void GLViewer::rebuildBoundingBox() {
+    SceneLockGuard lock(osgWidget_);
+    bboxGroup_->removeChildren(0, bboxGroup_->getNumChildren());
+    if (!bboxVisible_) return;
+    osg::ComputeBoundsVisitor bounds;
+    dataGroup_->accept(bounds);
+    const osg::BoundingBox& box = bounds.getBoundingBox();
+    if (!box.valid()) return;
+    auto* corners = new osg::Vec3Array;
+    for (int i = 0; i < 8; ++i)
+        corners->push_back(box.corner(i));
+    static const GLushort edges[] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 2, 1, 3,
+                                     4, 6, 5, 7, 0, 4, 1, 5, 2, 6, 3, 7};
+    osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    geometry->setVertexArray(corners);
+    auto* colour = new osg::Vec4Array;
+    colour->push_back(osg::Vec4(1.0f - background_.redF(), 1.0f - background_.greenF(),
+                                1.0f - background_.blueF(), 1.0f));
+    geometry->setColorArray(colour, osg::Array::BIND_OVERALL);
+    geometry->addPrimitiveSet(new osg::DrawElementsUShort(GL_LINES, 24, edges));
+    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    geode->addDrawable(geometry);
+    geode->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
+    bboxGroup_->addChild(geode);
+}
+
+long GLViewer::screenShot(QelImage* out) {
+    if (registry_->count() == 0) return QelStatus::kNoRenderObject;
+    ensureViewer();
+    // Painting runs one frame, which takes the scene lock for reading itself.
+    // Three-channel images of the data layer are in OpenCV's BGR order.
+    const QImage picture = grab().toImage().convertToFormat(QImage::Format_BGR888);
+    if (picture.isNull() || !out) return QelStatus::kScreenshotFailed;
+    QelImage image;
+    if (!image.CreateImage(picture.constBits(), picture.width(), picture.height(),
+                           picture.bytesPerLine(), 3, QelImageType(0)))
+        return QelStatus::kScreenshotFailed;
+    *out = image;
+    return 0;
+}

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+#include <memory>
+
+class GLViewer;
+class QAction;
+class QActionGroup;
+class QHBoxLayout;
+class QLabel;
+class QToolBar;
+class QVBoxLayout;
+class QelImage;
+class QelPoint;
+class QelVar;
+class QelVector3d;
+
+// The host's callback for picked points: window handle, point, user pointer.
+using QelSelectPointCallback = void (*)(long long, QelVector3d&, void*);
+
+// One 3D window: a tool bar over the 3D view, with the number badge and the
+// message label floating over the view and the status line below it. The
+// exported functions call its methods; the tool bar calls the same ones.
+class Qel3DGraphicsPrivate : public QWidget {
+    Q_OBJECT
+public:
+    // parentIsToolkitWidget: the parent is a widget of the host's own
+    // application rather than a hosting widget around a native window.
+    Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkitWidget);
+    ~Qel3DGraphicsPrivate() override;
+
+    GLViewer* viewer() const { return viewer_; }
+    QToolBar* toolBar() const { return toolBar_; }
+    bool parentIsToolkitWidget() const { return parentIsToolkitWidget_; }
+
+    // The actions by their tool-bar text ("Render Points", "Top View", ...).
+    QAction* action(const QString& text) const;
+    QLabel* numberBadge() const { return badge_; }
+    QLabel* messageLabel() const { return message_; }
+    QLabel* statusLabel() const { return status_; }
+
+    void setWindowNumber(int number, bool visible);
+    void drawMessageText(const QelVar& text);
+    void moveMessageText(const QelPoint& position);
+    // 11200002 when the mask names no action; mask 1 is the standard set.
+    long setToolbarMask(long mask, bool visible);
+    void setToolbarVisible(bool visible);
+    void setStatusbarVisible(bool visible);
+    void setStatusLogLevel(int level);
+    int statusLogLevel() const { return logLevel_; }
+    // Sets every render object to mode 0, 1 or 4 and checks its action.
+    void setElementStateForAll(int mode);
+    void setLightState(bool on);
+    void moveToView(int view);
+    // The view without the number badge (see GLViewer::screenShot).
+    long screenShot(QelImage* out);
+    void registerSelectPoint(long long handle, QelSelectPointCallback callback, void* user);
+    // Calls the host's callback, when one is registered, with this point.
+    void reportPickedPoint(QelVector3d& point);
+
+    // Reads a file by its suffix and shows it: the import action after its
+    // dialog. False (after the "load file failed" box) when loading failed.
+    bool importFile(const QString& path);
+
+signals:
+    void sig_setNumLabelVisible(bool isVisible);
+    void sigUpdateClearScene();
+
+public slots:
+    void slt_importData();
+    void slt_displayPointMode();
+    void slt_displayLineMode();
+    void slt_displayFaceMode();
+    void slt_changedRenderColor();
+    void slt_showColorBar(bool visible);
+    void slt_toggleLight();
+    void slt_moveLight();
+    void slt_cleanScene();
+    void slt_displayPropertyDlg();
+    void slt_displayBoundingBox(bool checked);
+    void slt_setBackgroundcolor();
+    void slt_screenShot();
+    void slt_UpdateClearScene();
+    void slt_moveToObliqueView();
+    void slt_moveToFrontView();
+    void slt_moveToBackView();
+    void slt_moveToTopView();
+    void slt_moveToBottomView();
+    void slt_moveToLeftView();
+    void slt_moveToRightView();
+    void slt_setStatusBarText(const QStringList& lines);
+    void slt_selectPoint();
+    void slt_drawLasso();
+    void slt_setNumLabelVisible(bool visible);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct SelectPointRecord {
+        long long handle;
+        void* user;
+        QelSelectPointCallback callback;
+    };
+
+    void buildToolBar();
+    QAction* addAction(const char* icon, const QString& text, bool checkable, bool checked);
+    void showStatusText();
+    void warnLoadFailed();
+
+    bool parentIsToolkitWidget_;
+    QVBoxLayout* layout_ = nullptr;
+    QHBoxLayout* toolBarLayout_ = nullptr;
+    QToolBar* toolBar_ = nullptr;
+    GLViewer* viewer_ = nullptr;
+    QLabel* badge_ = nullptr;
+    QLabel* message_ = nullptr;
+    QLabel* status_ = nullptr;
+    QActionGroup* viewGroup_ = nullptr;
+    QList<QAction*> actions_;
+    QStringList statusLines_;
+    int logLevel_ = 0;
+    std::unique_ptr<SelectPointRecord> selectPoint_;
+};
