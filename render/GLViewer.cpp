@@ -96,7 +96,8 @@ void GLViewer::installManipulator() {
     if (!viewer || manipulator_) return;
     manipulator_ = new ViewerManipulator(osgWidget_, root_.get());
     SceneLockGuard lock(osgWidget_);
-    viewer->setCameraManipulator(manipulator_);
+    viewer->setCameraManipulator(manipulator_);  // starts from a view of the whole scene
+    lastFit_ = dataGroup_->getBound();
 }
 
 void GLViewer::setBackgroundColor(int r, int g, int b, int a) {

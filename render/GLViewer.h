@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QWidget>
 #include <memory>
+#include <osg/BoundingSphere>
 #include <osg/Group>
 #include <osg/ref_ptr>
 
@@ -140,6 +141,7 @@ private:
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
     void rebuildBoundingBox();
+    void fitIfElsewhere(const osg::BoundingSphere& bound);
     // Takes a newly built object: refuses it when unusable or too large,
     // otherwise colours it and adds it (after clearing when replace is set).
     long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
@@ -167,6 +169,7 @@ private:
     int samplingStep_ = 0;
     bool useHeightColours_ = true;
     bool bboxVisible_ = false;
+    osg::BoundingSphere lastFit_;
     osg::ref_ptr<osg::Group> bboxGroup_;
     QColor textPenColour_{Qt::white};
     long textPenSize_ = 12;

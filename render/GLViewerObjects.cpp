@@ -50,13 +50,17 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
          box.xMin() < -2147483648.0f || box.yMin() < -2147483648.0f || box.zMin() < -2147483648.0f))
         return QelStatus::kExtentTooLarge;
     const long id = object->id();
+    const bool intoEmptyScene = replace || registry_->count() == 0;
     {
         SceneLockGuard lock(osgWidget_);
         if (replace) registry_->clear();
         registry_->add(std::move(object));
     }
     setInfoText(info);
-    if (initialised_ && !manipulator_) installManipulator();
+    if (initialised_ && !manipulator_)
+        installManipulator();
+    else if (intoEmptyScene && manipulator_)
+        fitIfElsewhere(osg::BoundingSphere(box));
     requestRedraw();
     return id;
 }

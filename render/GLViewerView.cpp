@@ -117,10 +117,24 @@ void GLViewer::zoomFit() {
         if (bound.valid() && bound.radius() > 0) {
             m->setCenter(bound.center());
             m->setDistance(bound.radius() * 3.5);
+            lastFit_ = bound;
         }
     }
     m->sendViewportChangedMsg();
     requestRedraw();
+}
+
+// New data in an empty scene keeps the camera when it lies where the last
+// fitted data lay at about the same size (a host re-displaying each scan of
+// the same part keeps its view); otherwise the view is fitted to it.
+void GLViewer::fitIfElsewhere(const osg::BoundingSphere& bound) {
+    if (!bound.valid()) return;
+    if (lastFit_.valid() && lastFit_.radius() > 0) {
+        const double moved = (bound.center() - lastFit_.center()).length();
+        const double scale = bound.radius() / lastFit_.radius();
+        if (moved <= 0.5 * lastFit_.radius() && scale >= 0.5 && scale <= 2.0) return;
+    }
+    zoomFit();
 }
 
 void GLViewer::setLightParameter(float power, const QelVector3d& direction) {

@@ -112,6 +112,7 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
     viewer_ = new GLViewer(this);
     viewer_->setFocusPolicy(Qt::StrongFocus);
     viewer_->setStyleSheet(QString());
+    viewer_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     layout_->addWidget(viewer_);
 
     buildToolBar();
@@ -126,6 +127,7 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
     message_->hide();
     status_ = new QLabel(this);
     status_->setMinimumWidth(1);
+    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     status_->setContentsMargins(4, 2, 4, 2);
     layout_->addWidget(status_);
 

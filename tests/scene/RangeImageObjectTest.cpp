@@ -6,59 +6,12 @@
 #include <cstring>
 #include <osg/PolygonMode>
 
+#include "../RangeImageSamples.h"
 #include "../render/RenderTestScene.h"
 #include "ColorMapIndex.h"
 #include "OSGRangeImage.h"
 
 namespace {
-
-// A width x height image of one type, every sample 'value', with the listed
-// linear indices set to the type's marker.
-QelRangeImage imageOf(int type, int width, int height, double value,
-                      std::vector<int> invalid = {}) {
-    QelRangeImage img;
-    img.SetSize(width, height, type);
-    const int size = QelRangeImage::SampleSize(type);
-    std::vector<unsigned char> marker(static_cast<size_t>(size));
-    std::memcpy(marker.data(), img.Data(), static_cast<size_t>(size));
-    for (int i = 0; i < width * height; ++i) {
-        unsigned char* p = img.Data() + static_cast<size_t>(i) * size;
-        switch (type) {
-            case QEL_8U:
-                *p = static_cast<unsigned char>(value);
-                break;
-            case QEL_8S:
-                *reinterpret_cast<signed char*>(p) = static_cast<signed char>(value);
-                break;
-            case QEL_16U: {
-                unsigned short v = static_cast<unsigned short>(value);
-                std::memcpy(p, &v, 2);
-                break;
-            }
-            case QEL_16S: {
-                short v = static_cast<short>(value);
-                std::memcpy(p, &v, 2);
-                break;
-            }
-            case QEL_32S: {
-                int v = static_cast<int>(value);
-                std::memcpy(p, &v, 4);
-                break;
-            }
-            case QEL_32F: {
-                float v = static_cast<float>(value);
-                std::memcpy(p, &v, 4);
-                break;
-            }
-            default:
-                std::memcpy(p, &value, 8);
-                break;
-        }
-    }
-    for (int i : invalid)
-        std::memcpy(img.Data() + static_cast<size_t>(i) * size, marker.data(), marker.size());
-    return img;
-}
 
 size_t triangleIndices(const OSGRangeImage& obj) {
     return obj.levelGeometry(0)->getPrimitiveSet(0)->getNumIndices();

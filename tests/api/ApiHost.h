@@ -1,0 +1,217 @@
+#pragma once
+
+// A host program as users write one: it makes its own X11 window with Xlib
+// and drives the library only through <Qel3DGraphics.h>. Qt is used only to
+// pump events and to find what the library shows (labels, tool bar,
+// dialogs), the way a person would see it.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTimer>
+#include <QToolBar>
+#include <QWidget>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Qel3DGraphics.h"
+
+// Xlib's macros clash with Qt's: it comes last.
+#include <X11/Xlib.h>
+
+// One top-level X11 window on its own connection.
+class XHostWindow {
+public:
+    explicit XHostWindow(int width = 400, int height = 400) {
+        display_ = XOpenDisplay(nullptr);
+        if (!display_) return;
+        window_ = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, width, height, 0,
+                                      0, 0);
+        XMapWindow(display_, window_);
+        XSync(display_, False);
+    }
+    ~XHostWindow() {
+        if (!display_) return;
+        XDestroyWindow(display_, window_);
+        XCloseDisplay(display_);
+    }
+    XHostWindow(const XHostWindow&) = delete;
+    XHostWindow& operator=(const XHostWindow&) = delete;
+
+    long long id() const { return static_cast<long long>(window_); }
+    Display* display() const { return display_; }
+    void resize(int width, int height) {
+        XResizeWindow(display_, window_, width, height);
+        XSync(display_, False);
+    }
+    // The X children of the host window.
+    std::vector<Window> children() const {
+        Window root = 0, parent = 0, *list = nullptr;
+        unsigned int count = 0;
+        std::vector<Window> out;
+        if (XQueryTree(display_, window_, &root, &parent, &list, &count)) {
+            out.assign(list, list + count);
+            XFree(list);
+        }
+        return out;
+    }
+
+private:
+    Display* display_ = nullptr;
+    Window window_ = 0;
+};
+
+inline void pumpEvents(int rounds = 3) {
+    for (int i = 0; i < rounds; ++i)
+        QCoreApplication::processEvents();
+}
+
+// The window widget behind a handle (the handle is its address).
+inline QWidget* windowWidget(long long handle) {
+    return reinterpret_cast<QWidget*>(handle);
+}
+
+inline QLabel* statusLabel(long long handle) {
+    // The status line is the label laid out directly in the window.
+    for (QLabel* label :
+         windowWidget(handle)->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        return label;
+    return nullptr;
+}
+
+inline QToolBar* toolBar(long long handle) {
+    return windowWidget(handle)->findChild<QToolBar*>();
+}
+
+inline QAction* findAction(long long handle, const QString& text) {
+    for (QAction* a : windowWidget(handle)->findChildren<QAction*>())
+        if (a->text() == text) return a;
+    return nullptr;
+}
+
+// Answers the library's modal dialogs as a person would: file dialogs get
+// the given path, the colour dialog the given colour; message boxes are
+// recorded and closed with OK.
+class DialogAnswerer {
+public:
+    QString path;
+    QColor colour;
+    QStringList fileDialogTitles, fileDialogFilters, messages, messageTitles;
+
+    DialogAnswerer() {
+        timer_.setInterval(20);
+        QObject::connect(&timer_, &QTimer::timeout, [this] { answer(); });
+        timer_.start();
+    }
+
+private:
+    void answer() {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* files = qobject_cast<QFileDialog*>(modal)) {
+            fileDialogTitles << files->windowTitle();
+            fileDialogFilters << files->nameFilters().join(";;");
+            if (path.isEmpty()) {
+                files->reject();
+            } else {
+                files->selectFile(path);
+                QMetaObject::invokeMethod(files, "accept");
+            }
+        } else if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            messageTitles << box->windowTitle();
+            messages << box->text();
+            box->button(QMessageBox::Ok) ? box->button(QMessageBox::Ok)->click() : box->accept();
+        } else if (auto* colours = qobject_cast<QColorDialog*>(modal)) {
+            fileDialogTitles << colours->windowTitle();
+            colours->setCurrentColor(colour);
+            colours->accept();
+        }
+    }
+    QTimer timer_;
+};
+
+// A window in its own X11 host window, destroyed with the fixture.
+struct HostedWindow {
+    XHostWindow host;
+    long long handle = 0;
+    long created = -1;
+    explicit HostedWindow(int width = 400, int height = 400) : host(width, height) {
+        created = QELMV::QelCreate3DWnd(host.id(), &handle);
+    }
+    ~HostedWindow() {
+        if (created == 0) QELMV::QelDestory3DWnd(handle);
+    }
+};
+
+// Data builders.
+inline QelPointCloud gridCloud(int n, float spacing, std::function<float(float, float)> height) {
+    QelVector3dArray points;
+    points.SetSize(n * n);
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j) {
+            const float x = (i - (n - 1) / 2.0f) * spacing, y = (j - (n - 1) / 2.0f) * spacing;
+            points[i * n + j] = QelVector3d(x, y, height(x, y));
+        }
+    QelPointCloud cloud;
+    cloud.SetPoints(points);
+    return cloud;
+}
+
+inline QelTriangleMesh squareMesh(float half) {
+    QelVector3dArray v;
+    v.SetSize(4);
+    v[0] = QelVector3d(-half, -half, 0);
+    v[1] = QelVector3d(half, -half, 0);
+    v[2] = QelVector3d(half, half, 0);
+    v[3] = QelVector3d(-half, half, 0);
+    Qel3DIntArray t;
+    t.SetSize(6);
+    const int idx[] = {0, 1, 2, 0, 2, 3};
+    std::memcpy(t.Data(), idx, sizeof idx);
+    QelTriangleMesh mesh;
+    mesh.SetVertices(v);
+    mesh.SetTriangles(t);
+    return mesh;
+}
+
+// Reads pixels of a 3-channel screenshot (stored blue, green, red).
+struct Shot {
+    QelImage image;
+    long status = -1;
+    explicit Shot(long long handle) { status = QELMV::Qel3DScreenShot(handle, &image); }
+    int width() const { return image.Width(); }
+    int height() const { return image.Height(); }
+    // red, green, blue at (x, y)
+    void rgb(int x, int y, int* r, int* g, int* b) const {
+        const unsigned char* p = image.ImageData() + (static_cast<size_t>(y) * width() + x) * 3;
+        *b = p[0];
+        *g = p[1];
+        *r = p[2];
+    }
+    int count(const std::function<bool(int, int, int)>& test) const {
+        int n = 0, r, g, b;
+        for (int y = 0; y < height(); ++y)
+            for (int x = 0; x < width(); ++x) {
+                rgb(x, y, &r, &g, &b);
+                n += test(r, g, b);
+            }
+        return n;
+    }
+    int countUnlike(int r0, int g0, int b0, int tolerance = 12) const {
+        return count([&](int r, int g, int b) {
+            return std::abs(r - r0) > tolerance || std::abs(g - g0) > tolerance ||
+                   std::abs(b - b0) > tolerance;
+        });
+    }
+    // Saves the picture for a person to look at when QEL_TEST_IMAGE_DIR is set.
+    void keep(const char* name) const {
+        const char* dir = std::getenv("QEL_TEST_IMAGE_DIR");
+        if (!dir || status != 0) return;
+        const std::wstring path = std::wstring(dir, dir + std::strlen(dir)) + L"/" +
+                                  std::wstring(name, name + std::strlen(name)) + L".png";
+        image.SaveImage(path.c_str(), QEL_IMAGE_FORMAT_PNG);
+    }
+};

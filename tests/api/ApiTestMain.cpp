@@ -1,0 +1,18 @@
+// Host-side tests: no application object is made here; the library creates
+// one on the first window, as it does for hosts without Qt.
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv) {
+    // Keep the GL driver mapped until exit so leak reports can name it.
+    dlopen("/usr/lib/x86_64-linux-gnu/dri/swrast_dri.so", RTLD_LAZY | RTLD_NODELETE);
+    ::testing::InitGoogleTest(&argc, argv);
+    const int result = RUN_ALL_TESTS();
+    // An application the library no longer remembers stays until the host
+    // ends it; every window is gone by now.
+    delete QCoreApplication::instance();
+    return result;
+}
