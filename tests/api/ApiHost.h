@@ -9,6 +9,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
 #include <QToolBar>
@@ -117,8 +118,13 @@ private:
             if (path.isEmpty()) {
                 files->reject();
             } else {
-                files->selectFile(path);
-                QMetaObject::invokeMethod(files, "accept");
+                // Typed as a person would: selectFile() leaves a focused
+                // name field alone and races the directory listing.
+                if (auto* name = files->findChild<QLineEdit*>("fileNameEdit"))
+                    name->setText(path);
+                else
+                    files->selectFile(path);
+                static_cast<QDialog*>(files)->done(QDialog::Accepted);
             }
         } else if (auto* box = qobject_cast<QMessageBox*>(modal)) {
             messageTitles << box->windowTitle();
