@@ -97,7 +97,6 @@ void GLViewer::installManipulator() {
     manipulator_ = new ViewerManipulator(osgWidget_, root_.get());
     SceneLockGuard lock(osgWidget_);
     viewer->setCameraManipulator(manipulator_);  // starts from a view of the whole scene
-    lastFit_ = dataGroup_->getBound();
 }
 
 void GLViewer::setBackgroundColor(int r, int g, int b, int a) {

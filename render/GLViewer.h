@@ -141,7 +141,7 @@ private:
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
     void rebuildBoundingBox();
-    void fitIfElsewhere(const osg::BoundingSphere& bound);
+    void fitIfOutOfView(const osg::BoundingSphere& bound);
     // Takes a newly built object: refuses it when unusable or too large,
     // otherwise colours it and adds it (after clearing when replace is set).
     long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
@@ -169,7 +169,6 @@ private:
     int samplingStep_ = 0;
     bool useHeightColours_ = true;
     bool bboxVisible_ = false;
-    osg::BoundingSphere lastFit_;
     osg::ref_ptr<osg::Group> bboxGroup_;
     QColor textPenColour_{Qt::white};
     long textPenSize_ = 12;

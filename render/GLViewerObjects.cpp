@@ -60,7 +60,7 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
     if (initialised_ && !manipulator_)
         installManipulator();
     else if (intoEmptyScene && manipulator_)
-        fitIfElsewhere(osg::BoundingSphere(box));
+        fitIfOutOfView(osg::BoundingSphere(box));
     requestRedraw();
     return id;
 }

@@ -1,4 +1,5 @@
 // The view's camera, light, clipping and furniture operations.
+#include <cmath>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -117,22 +118,26 @@ void GLViewer::zoomFit() {
         if (bound.valid() && bound.radius() > 0) {
             m->setCenter(bound.center());
             m->setDistance(bound.radius() * 3.5);
-            lastFit_ = bound;
         }
     }
     m->sendViewportChangedMsg();
     requestRedraw();
 }
 
-// New data in an empty scene keeps the camera when it lies where the last
-// fitted data lay at about the same size (a host re-displaying each scan of
-// the same part keeps its view); otherwise the view is fitted to it.
-void GLViewer::fitIfElsewhere(const osg::BoundingSphere& bound) {
-    if (!bound.valid()) return;
-    if (lastFit_.valid() && lastFit_.radius() > 0) {
-        const double moved = (bound.center() - lastFit_.center()).length();
-        const double scale = bound.radius() / lastFit_.radius();
-        if (moved <= 0.5 * lastFit_.radius() && scale >= 0.5 && scale <= 2.0) return;
+// New data in an empty scene keeps the camera when the camera already shows
+// it at a usable size (a host that re-displays each scan of a part, or set
+// its camera first, keeps its view); otherwise the view is fitted to it.
+void GLViewer::fitIfOutOfView(const osg::BoundingSphere& bound) {
+    osgViewer::Viewer* viewer = osgWidget_->viewer();
+    if (!bound.valid() || !viewer || !manipulator_) return;
+    const osg::Matrixd& projection = viewer->getCamera()->getProjectionMatrix();
+    const osg::Vec4d centre =
+        osg::Vec4d(bound.center(), 1.0) * manipulator_->getInverseMatrix() * projection;
+    if (centre.w() > 0) {
+        const double x = centre.x() / centre.w(), y = centre.y() / centre.w();
+        // Half the view's height is 1 in clip space.
+        const double radius = bound.radius() * projection(1, 1) / centre.w();
+        if (std::fabs(x) <= 1 && std::fabs(y) <= 1 && radius > 0.02 && radius < 4.0) return;
     }
     zoomFit();
 }

@@ -1,27 +1,19 @@
 // GLSL of the lighting program. No version line: the sources use the
 // fixed-function inputs of the compatibility profile.
+//
+// The shading is one function used by both stages. Meshes and images shade
+// per fragment. Point clouds define QEL_POINTS on their state set, which
+// selects a variant of the same program: a point's fragments all share its
+// vertex's values, so shading the vertex gives the same picture, and with a
+// single varying the rasteriser sets up one colour per point instead of
+// four vectors (most of a frame's cost for millions of points in software).
+#include <string>
+
 #include "ShaderADS.h"
 
-const char* const ShaderADS::kVertexSource = R"(
-varying vec4 exColor;
-varying vec3 exNormal_view;
-varying vec3 exPosition_view;
-varying vec3 exPosition_proj;
+namespace {
 
-void main()
-{
-    exColor = vec4(gl_Color);
-    exNormal_view = gl_NormalMatrix * gl_Normal;
-    vec4 posView = gl_ModelViewMatrix * gl_Vertex;
-    exPosition_view = posView.xyz;
-    // The model-space vertex: the clip plane is given in the data's own
-    // coordinates.
-    exPosition_proj = gl_Vertex.xyz;
-    gl_Position = gl_ProjectionMatrix * posView;
-}
-)";
-
-const char* const ShaderADS::kFragmentSource = R"(
+const char* const kShading = R"(#pragma import_defines(QEL_POINTS)
 uniform float lightPower;
 uniform float ambientWeight;
 uniform float diffuseWeight;
@@ -34,23 +26,24 @@ uniform int shinyFrontfaces;
 uniform int shinyBackfaces;
 
 varying vec4 exColor;
+#ifndef QEL_POINTS
 varying vec3 exNormal_view;
 varying vec3 exPosition_view;
 varying vec3 exPosition_proj;
+#endif
 
-void main()
+// Whether a model-space point lies on the kept (positive) side of the plane
+// Ax+By+Cz+D=0.
+bool kept(vec3 position)
 {
-    // Keep the positive side of the plane Ax+By+Cz+D=0.
-    if (isClipped) {
-        float res = dot(clipplane.xyz, exPosition_proj) + clipplane.w;
-        if (res < 0.0)
-            discard;
-    }
+    return !isClipped || dot(clipplane.xyz, position) + clipplane.w >= 0.0;
+}
 
+vec4 shade(vec4 colourIn, vec3 N, vec3 positionView)
+{
     vec3 light_dir = normalize(lightDir);
-    vec3 view_dir = normalize(-exPosition_view);  // the eye sits at the origin
-    vec3 N = exNormal_view;
-    vec3 colour = exColor.rgb;
+    vec3 view_dir = normalize(-positionView);  // the eye sits at the origin
+    vec3 colour = colourIn.rgb;
 
     // A light falling on the back lights it as if the normal were flipped.
     float sideFactor = 1.0;
@@ -72,6 +65,48 @@ void main()
     // The specular weight always counts, lit or not, so brightness does not
     // jump where the specular term switches off.
     float weightSum = ambientWeight + diffuseWeight + specularWeight;
-    gl_FragColor = vec4(lightPower * sideFactor * rgb / weightSum, exColor.a);
+    return vec4(lightPower * sideFactor * rgb / weightSum, colourIn.a);
 }
 )";
+
+// Defined before the two sources below, which point into them.
+const std::string kVertex = std::string(kShading) + R"(
+void main()
+{
+    vec3 normalView = gl_NormalMatrix * gl_Normal;
+    vec4 posView = gl_ModelViewMatrix * gl_Vertex;
+    gl_Position = gl_ProjectionMatrix * posView;
+#ifdef QEL_POINTS
+    exColor = shade(vec4(gl_Color), normalView, posView.xyz);
+    // A clipped point goes outside the view volume instead of being
+    // discarded fragment by fragment.
+    if (!kept(gl_Vertex.xyz))
+        gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
+#else
+    exColor = vec4(gl_Color);
+    exNormal_view = normalView;
+    exPosition_view = posView.xyz;
+    // The model-space vertex: the clip plane is given in the data's own
+    // coordinates.
+    exPosition_proj = gl_Vertex.xyz;
+#endif
+}
+)";
+
+const std::string kFragment = std::string(kShading) + R"(
+void main()
+{
+#ifdef QEL_POINTS
+    gl_FragColor = exColor;
+#else
+    if (!kept(exPosition_proj))
+        discard;
+    gl_FragColor = shade(exColor, exNormal_view, exPosition_view);
+#endif
+}
+)";
+
+}  // namespace
+
+const char* const ShaderADS::kVertexSource = kVertex.c_str();
+const char* const ShaderADS::kFragmentSource = kFragment.c_str();

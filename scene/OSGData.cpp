@@ -1,5 +1,7 @@
 #include "OSGData.h"
 
+#include <vector>
+
 #include <algorithm>
 #include <cfloat>
 #include <osg/BlendFunc>
@@ -55,9 +57,27 @@ osg::Vec4 OSGData::heightColour(double z, double min, double max) {
 void OSGData::applyColourMap(double min, double max) {
     const size_t n = vertices_->size();
     if (n == 0) return;
+    // The table sampled at 4096 steps of t, looked up per vertex: the colours
+    // are 8-bit, so neighbouring samples differ by at most one level, and ten
+    // million vertices cost one table instead of ten million evaluations.
+    constexpr int kSteps = 4096;
+    std::vector<osg::Vec4> table(kSteps + 1);
+    for (int k = 0; k <= kSteps; ++k) {
+        QelColor c;
+        QELMV::QelLUTSetting().GetColor(1.0 - double(k) / kSteps, ColorMapIndex::current(), &c);
+        table[k] = osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
+    }
+    const double span = (max - min) == 0.0 ? 100.0 : (max - min);
     colors_->resize(n);
-    for (size_t i = 0; i < n; ++i)
-        (*colors_)[i] = heightColour((*vertices_)[i].z(), min, max);
+    for (size_t i = 0; i < n; ++i) {
+        const double t = ((*vertices_)[i].z() - min) / span;
+        if (t > 1.0)
+            (*colors_)[i].set(1, 0, 0, 1);
+        else if (t <= 0.0 || !(t == t))
+            (*colors_)[i].set(0, 0, 1, 1);
+        else
+            (*colors_)[i] = table[static_cast<size_t>(t * kSteps + 0.5)];
+    }
     colors_->dirty();
 }
 

@@ -308,3 +308,22 @@ TEST(Display, ScreenshotNeedsDataAndLeavesTheBadgeOut) {
     ASSERT_NE(badge, nullptr);
     EXPECT_TRUE(badge->isVisible()) << "shown again after the picture";
 }
+
+TEST(Display, NewDataIsFittedOnlyWhenTheCameraDoesNotShowIt) {
+    HostedWindow window;
+    QelPointCloud cloud = slope();
+    ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
+    lookDown(window.handle, 12);
+    // The same part again: the host's view stays.
+    ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
+    QelVector3d eye, centre, up;
+    ASSERT_EQ(QelGetCamera(window.handle, &eye, &centre, &up), 0);
+    EXPECT_NEAR(eye.z, 12, 1e-3);
+    // Data far outside the view is brought into it.
+    QelPointCloud far = gridCloud(30, 0.1f, [](float, float) { return 0.0f; });
+    for (int i = 0; i < far.Length(); ++i) far[i].x += 500;
+    ASSERT_GE(QelDisplayPointCloud(window.handle, far), 1);
+    ASSERT_EQ(QelGetCamera(window.handle, &eye, &centre, &up), 0);
+    EXPECT_NEAR(centre.x, 500, 1);
+    EXPECT_GT(Shot(window.handle).countUnlike(0, 0, 0), 200);
+}

@@ -1,0 +1,348 @@
+// End-to-end figures through the exported functions, as a host sees them,
+// beside a bare scene-graph viewer drawing the same points (the floor of the
+// stack) measured in the same run. Each measurement runs in a child process
+// of its own so peak resident memory belongs to one data set.
+//
+//   bench_api                 all figures, one JSON line each
+//   bench_api cloud N [bare]  one point-cloud run of N points
+//   bench_api range SIZE      one range-image run (SIZE x SIZE, 16-bit)
+//   bench_api mesh TRIANGLES  one mesh run
+//
+// Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_api
+#include <sys/resource.h>
+#include <QApplication>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <osg/ContextData>
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osgViewer/Viewer>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Qel3DGraphics.h"
+
+// Xlib's macros clash with Qt's: it comes last.
+#include <X11/Xlib.h>
+
+namespace {
+
+constexpr int kSize = 800;
+constexpr int kOrbitFrames = 5;
+using Clock = std::chrono::steady_clock;
+
+double since(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
+
+double peakResidentBytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss * 1024.0;
+}
+
+// The same pseudo-random slab of points for both paths.
+std::vector<osg::Vec3> slab(int n, unsigned seed) {
+    std::mt19937 rng(seed);
+    std::uniform_real_distribution<float> u(-1.f, 1.f);
+    std::vector<osg::Vec3> points(static_cast<size_t>(n));
+    for (osg::Vec3& p : points)
+        p.set(u(rng), u(rng), 0.2f * u(rng));
+    return points;
+}
+
+osg::Vec3d orbitEye(int step) {
+    const double a = step * 0.4;
+    return osg::Vec3d(4 * std::sin(a), -4 * std::cos(a), 2.5);
+}
+
+// The floor: arrays built from the host's points, drawn by a bare viewer into
+// a framebuffer object and read back, as a screenshot needs.
+void bareCloud(int n) {
+    std::vector<osg::Vec3> points = slab(n, 3);
+    QOffscreenSurface surface;
+    QSurfaceFormat format;
+    format.setProfile(QSurfaceFormat::CompatibilityProfile);
+    format.setDepthBufferSize(24);
+    format.setStencilBufferSize(8);
+    surface.setFormat(format);
+    surface.create();
+    QOpenGLContext context;
+    context.setFormat(format);
+    context.create();
+    context.makeCurrent(&surface);
+    QOpenGLFramebufferObjectFormat fboFormat;
+    fboFormat.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
+    auto* fbo = new QOpenGLFramebufferObject(kSize, kSize, fboFormat);
+    fbo->bind();
+    std::vector<unsigned char> pixels(kSize * kSize * 4);
+
+    osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
+    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window =
+        new osgViewer::GraphicsWindowEmbedded(0, 0, kSize, kSize);
+    window->setDefaultFboId(fbo->handle());
+    osg::Camera* camera = viewer->getCamera();
+    camera->setGraphicsContext(window);
+    camera->setViewport(0, 0, kSize, kSize);
+    camera->setProjectionMatrixAsPerspective(40.0, 1.0, 0.1, 100.0);
+    viewer->setThreadingModel(osgViewer::Viewer::SingleThreaded);
+    viewer->realize();
+    auto frame = [&](int step) {
+        camera->setViewMatrixAsLookAt(orbitEye(step), osg::Vec3d(), osg::Vec3d(0, 0, 1));
+        viewer->frame();
+        context.functions()->glReadPixels(0, 0, kSize, kSize, GL_RGBA, GL_UNSIGNED_BYTE,
+                                          pixels.data());
+    };
+    auto show = [&](const std::vector<osg::Vec3>& source) {
+        osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array(source.begin(), source.end());
+        osg::ref_ptr<osg::Vec4ubArray> c = new osg::Vec4ubArray(v->size());
+        c->setNormalize(true);
+        for (size_t i = 0; i < source.size(); ++i)
+            (*c)[i].set(static_cast<unsigned char>(128 + 127 * source[i].z() * 5), 90,
+                        static_cast<unsigned char>(128 - 127 * source[i].z() * 5), 255);
+        osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
+        g->setUseDisplayList(false);
+        g->setUseVertexBufferObjects(true);
+        g->setVertexArray(v);
+        g->setColorArray(c, osg::Array::BIND_PER_VERTEX);
+        g->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(v->size())));
+        osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+        geode->addDrawable(g);
+        viewer->setSceneData(geode);
+    };
+
+    auto start = Clock::now();
+    show(points);
+    frame(0);
+    const double first = since(start);
+    std::vector<double> frames;
+    for (int f = 1; f <= kOrbitFrames; ++f) {
+        start = Clock::now();
+        frame(f);
+        frames.push_back(since(start));
+    }
+    std::vector<osg::Vec3> other = slab(n, 4);
+    start = Clock::now();
+    show(other);
+    frame(0);
+    const double replace = since(start);
+    std::printf(
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"bytes_per_point\": %.1f}\n",
+        first, median(frames), replace, peakResidentBytes() / n);
+
+    viewer->setSceneData(nullptr);
+    const unsigned int id = window->getState()->getContextID();
+    window->close(true);
+    viewer = nullptr;
+    window = nullptr;
+    if (osg::getContextData(id)) {
+        osg::getContextData(id)->deleteAllGLObjects();
+        osg::ContextData::decrementContextIDUsageCount(id);
+    }
+    delete fbo;
+    context.doneCurrent();
+}
+
+// A host window whose 3D view is kSize x kSize pixels.
+struct Host {
+    Display* display = XOpenDisplay(nullptr);
+    Window window = 0;
+    long long view = 0;
+    Host() {
+        window =
+            XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, kSize, kSize, 0, 0, 0);
+        XMapWindow(display, window);
+        XSync(display, False);
+        QELMV::QelCreate3DWnd(static_cast<long long>(window), &view);
+        // Grow the host by what the tool bar and status line take.
+        QelPointCloud probe;
+        QelVector3dArray one;
+        one.SetSize(1);
+        one[0] = QelVector3d(0, 0, 0);
+        probe.SetPoints(one);
+        QELMV::QelDisplayPointCloud(view, probe);
+        QelImage shot;
+        QELMV::Qel3DScreenShot(view, &shot);
+        XResizeWindow(display, window, kSize, kSize + (kSize - shot.Height()));
+        XSync(display, False);
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents();
+        QELMV::QelClear3DScene(view);
+    }
+    ~Host() {
+        QELMV::QelDestory3DWnd(view);
+        XDestroyWindow(display, window);
+        XCloseDisplay(display);
+    }
+    double shot() {
+        const auto start = Clock::now();
+        QelImage image;
+        if (QELMV::Qel3DScreenShot(view, &image) != 0 || image.Height() != kSize)
+            std::fprintf(stderr, "unexpected screenshot (%d x %d)\n", image.Width(),
+                         image.Height());
+        return since(start);
+    }
+    void look(int step) {
+        const osg::Vec3d e = orbitEye(step);
+        QelVector3d eye(float(e.x()), float(e.y()), float(e.z())), centre(0, 0, 0), up(0, 0, 1);
+        QELMV::QelSetCamera(view, eye, centre, up);
+    }
+};
+
+QelPointCloud hostCloud(int n, unsigned seed) {
+    const std::vector<osg::Vec3> points = slab(n, seed);
+    QelVector3dArray array;
+    array.SetSize(n);
+    for (int i = 0; i < n; ++i)
+        array[i] = QelVector3d(points[i].x(), points[i].y(), points[i].z());
+    QelPointCloud cloud;
+    cloud.SetPoints(array);
+    return cloud;
+}
+
+void apiCloud(int n) {
+    QelPointCloud cloud = hostCloud(n, 3), other = hostCloud(n, 4);
+    Host host;
+    host.look(0);
+    auto start = Clock::now();
+    QELMV::QelDisplayPointCloud(host.view, cloud);
+    host.look(0);
+    host.shot();
+    const double first = since(start);
+    std::vector<double> frames;
+    for (int f = 1; f <= kOrbitFrames; ++f) {
+        host.look(f);
+        frames.push_back(host.shot());
+    }
+    start = Clock::now();
+    QELMV::QelDisplayPointCloud(host.view, other);
+    host.look(0);
+    host.shot();
+    const double replace = since(start);
+    std::printf(
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"bytes_per_point\": %.1f}\n",
+        first, median(frames), replace, peakResidentBytes() / n);
+}
+
+void apiRange(int size) {
+    QelRangeImage image;
+    image.SetSize(size, size, QEL_16U);
+    image.SetInfo(0.05, 0.05, 0.001, 0, 0, 0);
+    auto* samples = reinterpret_cast<std::uint16_t*>(image.Data());
+    for (int r = 0; r < size; ++r)
+        for (int c = 0; c < size; ++c)
+            samples[size_t(r) * size + c] =
+                static_cast<std::uint16_t>(20000 + 8000 * std::sin(r * 0.01) * std::cos(c * 0.013));
+    Host host;
+    const auto start = Clock::now();
+    QELMV::QelDisplayRangeImage(host.view, image);
+    host.shot();
+    std::printf(
+        "{\"kind\": \"range image\", \"size\": %d, \"display_first_frame_s\": %.4f, "
+        "\"bytes_per_sample\": %.1f}\n",
+        size, since(start), peakResidentBytes() / (double(size) * size));
+}
+
+void apiMesh(int triangles) {
+    // A grid of (k + 1)^2 vertices with 2 k^2 triangles.
+    const int k = static_cast<int>(std::sqrt(triangles / 2.0));
+    QelVector3dArray vertices;
+    vertices.SetSize((k + 1) * (k + 1));
+    for (int i = 0; i <= k; ++i)
+        for (int j = 0; j <= k; ++j)
+            vertices[i * (k + 1) + j] = QelVector3d(
+                float(i) / k, float(j) / k, 0.1f * std::sin(i * 0.05f) * std::cos(j * 0.05f));
+    Qel3DIntArray indices;
+    indices.SetSize(6 * k * k);
+    int* t = indices.Data();
+    for (int i = 0; i < k; ++i)
+        for (int j = 0; j < k; ++j) {
+            const int a = i * (k + 1) + j, b = a + 1, c = a + k + 1, d = c + 1;
+            const int quad[] = {a, b, d, a, d, c};
+            std::memcpy(t, quad, sizeof quad);
+            t += 6;
+        }
+    QelTriangleMesh mesh;
+    mesh.SetVertices(vertices);
+    mesh.SetTriangles(indices);
+    Host host;
+    const auto start = Clock::now();
+    QELMV::QelDisplayTriangleMesh(host.view, mesh);
+    host.shot();
+    std::printf("{\"kind\": \"mesh\", \"triangles\": %d, \"display_first_frame_s\": %.4f}\n",
+                2 * k * k, since(start));
+}
+
+// Runs this program with the arguments and returns its last output line.
+std::string child(const char* self, const std::string& args) {
+    const std::string command = std::string(self) + " " + args;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return {};
+    std::string last;
+    char line[1024];
+    while (std::fgets(line, sizeof line, pipe))
+        if (line[0] == '{') last = line;
+    pclose(pipe);
+    if (!last.empty() && last.back() == '\n') last.pop_back();
+    return last;
+}
+
+double field(const std::string& json, const char* name) {
+    const size_t at = json.find(std::string("\"") + name + "\": ");
+    return at == std::string::npos ? NAN : std::atof(json.c_str() + at + std::strlen(name) + 4);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc >= 3) {
+        const std::string what = argv[1];
+        const int n = std::atoi(argv[2]);
+        if (what == "cloud" && argc >= 4) {
+            QApplication app(argc, argv);
+            bareCloud(n);
+            return 0;
+        }
+        // The library makes the application, as for a host without Qt.
+        if (what == "cloud") apiCloud(n);
+        if (what == "range") apiRange(n);
+        if (what == "mesh") apiMesh(n);
+        delete QCoreApplication::instance();
+        return 0;
+    }
+    for (int millions : {1, 4, 10}) {
+        const int n = millions * 1000000;
+        const std::string bare = child(argv[0], "cloud " + std::to_string(n) + " bare");
+        const std::string ours = child(argv[0], "cloud " + std::to_string(n));
+        std::printf(
+            "{\"kind\": \"point cloud\", \"points\": %d, \"size\": %d, \"ours\": %s, "
+            "\"bare_viewer\": %s, "
+            "\"ratio_first\": %.2f, \"ratio_frame\": %.2f, \"ratio_replace\": %.2f}\n",
+            n, kSize, ours.c_str(), bare.c_str(), field(ours, "first_s") / field(bare, "first_s"),
+            field(ours, "frame_s") / field(bare, "frame_s"),
+            field(ours, "replace_s") / field(bare, "replace_s"));
+        std::fflush(stdout);
+    }
+    for (int size : {1000, 4000, 8000}) {
+        std::printf("%s\n", child(argv[0], "range " + std::to_string(size)).c_str());
+        std::fflush(stdout);
+    }
+    std::printf("%s\n", child(argv[0], "mesh 2000000").c_str());
+    return 0;
+}
