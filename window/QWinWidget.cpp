@@ -20,15 +20,19 @@ QWinWidget::QWinWidget(unsigned long parentWindow, bool* success, QObject* paren
 
 QWinWidget::~QWinWidget() {
     if (X11Connection* x11 = X11Connection::instance()) x11->unwatch(parentWindow_);
+    // The host window's wrapper would take our window with it as its child:
+    // detach first, then let it go (the host's X window itself stays).
+    if (hostWindow_) {
+        if (windowHandle()) windowHandle()->setParent(nullptr);
+        delete hostWindow_;
+    }
 }
 
 void QWinWidget::initialize() {
     setProperty("_q_embedded_native_parent_handle", QVariant::fromValue<qulonglong>(parentWindow_));
     winId();  // make sure the widget has its own native window
-    QWindow* host = QWindow::fromWinId(parentWindow_);
-    host->setParent(nullptr);
-    windowHandle()->setParent(host);
-    connect(this, &QObject::destroyed, host, &QObject::deleteLater);
+    hostWindow_ = QWindow::fromWinId(parentWindow_);
+    windowHandle()->setParent(hostWindow_);
     X11Connection* x11 = X11Connection::instance();
     int width = 0, height = 0;
     if (x11->windowSize(parentWindow_, &width, &height)) resize(width, height);

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class QWindow;
+
 // Hosts the library's window inside a foreign X11 window given by id: the
 // widget's own native window becomes the host window's child and follows
 // its size; focus moves in from and back out to the host window.
@@ -34,4 +36,5 @@ private:
     unsigned long previousFocus_ = 0;
     bool parentDisabled_ = false;
     bool reserved_ = false;
+    QWindow* hostWindow_ = nullptr;  // the wrapper of the host's X window
 };
