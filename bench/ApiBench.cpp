@@ -31,6 +31,7 @@
 #include <string>
 #include <vector>
 
+#include "BenchTiming.h"
 #include "Qel3DGraphics.h"
 
 // Xlib's macros clash with Qt's: it comes last.
@@ -40,16 +41,9 @@ namespace {
 
 constexpr int kSize = 800;
 constexpr int kOrbitFrames = 5;
-using Clock = std::chrono::steady_clock;
-
-double since(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
+using bench::Clock;
+using bench::median;
+using bench::since;
 
 double peakResidentBytes() {
     rusage usage{};

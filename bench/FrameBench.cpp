@@ -19,6 +19,7 @@
 #include <random>
 #include <vector>
 
+#include "BenchTiming.h"
 #include "MRenderer.h"
 #include "OpenGlOffscreenSurface.h"
 #include "QelOSGWidget.h"
@@ -28,16 +29,9 @@ namespace {
 constexpr int kSize = 800;
 constexpr int kFrames = 5;
 
-using Clock = std::chrono::steady_clock;
-
-double seconds(Clock::time_point since) {
-    return std::chrono::duration<double>(Clock::now() - since).count();
-}
-
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
+using bench::Clock;
+using bench::median;
+const auto seconds = bench::since;
 
 osg::ref_ptr<osg::Geode> makeCloud(int n) {
     std::mt19937 rng(3);

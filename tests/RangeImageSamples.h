@@ -51,7 +51,8 @@ inline QelRangeImage imageOf(int type, int width, int height, double value,
     const int size = QelRangeImage::SampleSize(type);
     std::vector<unsigned char> marker(static_cast<size_t>(size));
     std::memcpy(marker.data(), img.Data(), static_cast<size_t>(size));
-    for (int i = 0; i < width * height; ++i) setSample(img, i, value);
+    for (int i = 0; i < width * height; ++i)
+        setSample(img, i, value);
     for (int i : invalid)
         std::memcpy(img.Data() + static_cast<size_t>(i) * size, marker.data(), marker.size());
     return img;

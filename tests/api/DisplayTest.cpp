@@ -321,7 +321,8 @@ TEST(Display, NewDataIsFittedOnlyWhenTheCameraDoesNotShowIt) {
     EXPECT_NEAR(eye.z, 12, 1e-3);
     // Data far outside the view is brought into it.
     QelPointCloud far = gridCloud(30, 0.1f, [](float, float) { return 0.0f; });
-    for (int i = 0; i < far.Length(); ++i) far[i].x += 500;
+    for (int i = 0; i < far.Length(); ++i)
+        far[i].x += 500;
     ASSERT_GE(QelDisplayPointCloud(window.handle, far), 1);
     ASSERT_EQ(QelGetCamera(window.handle, &eye, &centre, &up), 0);
     EXPECT_NEAR(centre.x, 500, 1);
