@@ -210,6 +210,10 @@ void GLViewer::rebuildBoundingBox() {
     static const GLushort edges[] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 2, 1, 3,
                                      4, 6, 5, 7, 0, 4, 1, 5, 2, 6, 3, 7};
     osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    // Drawn the way the data's geometries are (buffer and array objects).
+    geometry->setUseDisplayList(false);
+    geometry->setUseVertexBufferObjects(true);
+    geometry->setUseVertexArrayObject(true);
     geometry->setVertexArray(corners);
     auto* colour = new osg::Vec4Array;
     colour->push_back(osg::Vec4(1.0f - background_.redF(), 1.0f - background_.greenF(),

@@ -78,7 +78,16 @@ void OSGData::applyColourMap(double min, double max) {
         else
             (*colors_)[i] = table[static_cast<size_t>(t * kSteps + 0.5)];
     }
+    refreshColours();
+}
+
+// Marking the array dirty alone does not reach a geometry drawn through a
+// vertex array object; handing the array over again makes the next frame
+// upload it.
+void OSGData::refreshColours() {
     colors_->dirty();
+    geometry_->setColorArray(colors_.get(), colors_->size() == 1 ? osg::Array::BIND_OVERALL
+                                                                 : osg::Array::BIND_PER_VERTEX);
 }
 
 void OSGData::applyDefaultColours() {

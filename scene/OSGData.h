@@ -40,6 +40,8 @@ public:
     // Colours every vertex by its height against [min, max].
     virtual void applyColourMap(double min, double max);
     virtual void applyDefaultColours();
+    // Call after changing the colour array in place.
+    void refreshColours();
     virtual void setUseHeightColours(bool on) { useHeightColours_ = on; }
     virtual int id() const { return id_; }
     virtual double minZ() const { return minZ_; }

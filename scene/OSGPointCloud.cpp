@@ -58,7 +58,7 @@ void OSGPointCloud::applyDefaultColours() {
         return;
     }
     colors_->assign(own->begin(), own->end());
-    colors_->dirty();
+    refreshColours();
 }
 
 void OSGPointCloud::setUseHeightColours(bool on) {

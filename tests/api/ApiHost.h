@@ -10,7 +10,9 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QMessageBox>
+#include <QSlider>
 #include <QTimer>
 #include <QToolBar>
 #include <QWidget>
@@ -101,6 +103,7 @@ class DialogAnswerer {
 public:
     QString path;
     QColor colour;
+    QMap<QString, int> sliders;  // slider object name -> value to set
     QStringList fileDialogTitles, fileDialogFilters, messages, messageTitles;
 
     DialogAnswerer() {
@@ -134,6 +137,13 @@ private:
             fileDialogTitles << colours->windowTitle();
             colours->setCurrentColor(colour);
             colours->accept();
+        } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+            // Any other dialog (the property dialog): move the named sliders.
+            fileDialogTitles << dialog->windowTitle();
+            for (auto it = sliders.begin(); it != sliders.end(); ++it)
+                if (auto* slider = dialog->findChild<QSlider*>(it.key()))
+                    slider->setValue(it.value());
+            dialog->reject();
         }
     }
     QTimer timer_;

@@ -328,3 +328,47 @@ TEST(Display, NewDataIsFittedOnlyWhenTheCameraDoesNotShowIt) {
     EXPECT_NEAR(centre.x, 500, 1);
     EXPECT_GT(Shot(window.handle).countUnlike(0, 0, 0), 200);
 }
+
+TEST(Display, ImagesMeshesMatricesAndClearingByKind) {
+    HostedWindow window;
+    // A 2D image shown as a relief: a bright square on a dark ground.
+    std::vector<unsigned char> pixels(64 * 64, 20);
+    for (int r = 16; r < 48; ++r)
+        for (int c = 16; c < 48; ++c)
+            pixels[r * 64 + c] = 220;
+    QelImage image;
+    ASSERT_TRUE(image.CreateImage(pixels.data(), 64, 64, 64, 1, QelImageType(0)));
+    ASSERT_GE(QelDisplay2DImage(window.handle, image), 1);
+    EXPECT_TRUE(statusLabel(window.handle)->toolTip().contains("Data Type: Image2D"));
+    EXPECT_TRUE(statusLabel(window.handle)->toolTip().contains("64 x 64"));
+    Shot relief(window.handle);
+    relief.keep("image-relief");
+    EXPECT_GT(relief.countUnlike(0, 0, 0), 1000);
+
+    // A mesh beside a cloud; clearing by kind takes only its kind.
+    QelTriangleMesh mesh = squareMesh(1.0f);
+    const long meshId = QelDisplayTriangleMesh(window.handle, mesh);
+    ASSERT_GE(meshId, 1);
+    EXPECT_TRUE(statusLabel(window.handle)->toolTip().contains("Number of Faces: 2"));
+    QelPointCloud cloud = gridCloud(5, 0.1f, [](float, float) { return 0.0f; });
+    const long cloudId = QelAdd3DRenderObject(window.handle, cloud);
+    ASSERT_GE(cloudId, 1);
+    lookDown(window.handle, 10);
+    const int both = Shot(window.handle).countUnlike(0, 0, 0);
+
+    // A pose matrix moves the mesh; the picture changes, the pixel count hardly.
+    QelMatrix4 shift;
+    shift.SetValue(0, 3, 1.5);
+    ASSERT_EQ(QelSetObjectModelMatrix(window.handle, meshId, shift), 0);
+    Shot moved(window.handle);
+    int r, g, b;
+    moved.rgb(moved.width() / 2 - 40, moved.height() / 2, &r, &g, &b);
+    EXPECT_LT(r + g + b, 30) << "the mesh has left the left of the centre";
+
+    EXPECT_EQ(QelClearAllPointCloud(window.handle), 0);
+    EXPECT_EQ(QelSetObjectVisible(window.handle, cloudId, true), 11100022);
+    EXPECT_EQ(QelSetObjectVisible(window.handle, meshId, true), 0);
+    EXPECT_EQ(QelClearAllTriangleMesh(window.handle), 0);
+    EXPECT_EQ(QelSetObjectVisible(window.handle, meshId, true), 11100022);
+    EXPECT_GT(both, 0);
+}

@@ -308,3 +308,58 @@ TEST(WindowFurniture, BackgroundDialogSetsTheColour) {
     EXPECT_NEAR(g, 100, 2);
     EXPECT_NEAR(b, 50, 2);
 }
+
+TEST(WindowFurniture, ToolBarActionsChangeTheView) {
+    HostedWindow window;
+    QelPointCloud cloud = gridCloud(6, 1.0f, [](float, float) { return 0.0f; });
+    QelColorArray green;
+    green.Create(cloud.Length(), 3);
+    for (int i = 0; i < cloud.Length(); ++i)
+        green.Data()[i * 3 + 1] = 255;
+    cloud.SetColors(green);
+    ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
+    ASSERT_EQ(QelSetLightState(window.handle, false), 0);
+    QelVector3d eye(0, 0, 20), centre(0, 0, 0), up(0, 1, 0);
+    ASSERT_EQ(QelSetCamera(window.handle, eye, centre, up), 0);
+    const int plain = Shot(window.handle).countUnlike(0, 0, 0);
+
+    // The property dialog's point size reaches every object.
+    DialogAnswerer answers;
+    answers.sliders["slPointSize"] = 9;
+    findAction(window.handle, "Set Point Size and Line Width")->trigger();
+    EXPECT_EQ(answers.fileDialogTitles, QStringList{"Property"});
+    const int large = Shot(window.handle).countUnlike(0, 0, 0);
+    EXPECT_GT(large, 20 * plain);
+
+    // Colour mode: height colours (flat cloud: one end of the table) or the
+    // cloud's own green.
+    auto greenPixels = [&] {
+        return Shot(window.handle).count([](int r, int g, int b) {
+            return g > 200 && r < 60 && b < 60;
+        });
+    };
+    EXPECT_EQ(greenPixels(), 0);
+    findAction(window.handle, "Change render color mode")->trigger();
+    Shot(window.handle).keep("own-colours");
+    EXPECT_GT(greenPixels(), large / 2);
+    findAction(window.handle, "Change render color mode")->trigger();
+    EXPECT_EQ(greenPixels(), 0);
+
+    // The bounding box adds its edges.
+    findAction(window.handle, "Show Bounding Box")->trigger();
+    Shot boxed(window.handle);
+    boxed.keep("bounding-box");
+    EXPECT_GT(boxed.countUnlike(0, 0, 0), large);
+    findAction(window.handle, "Show Bounding Box")->trigger();
+    EXPECT_EQ(Shot(window.handle).countUnlike(0, 0, 0), large);
+
+    // Render actions set every object's mode and stay exclusive.
+    findAction(window.handle, "Render Edges")->trigger();
+    EXPECT_TRUE(findAction(window.handle, "Render Edges")->isChecked());
+    EXPECT_FALSE(findAction(window.handle, "Render Faces")->isChecked());
+
+    // Clear Mesh empties the scene.
+    findAction(window.handle, "Clear Mesh")->trigger();
+    QelImage image;
+    EXPECT_EQ(Qel3DScreenShot(window.handle, &image), 11501008);
+}
