@@ -217,6 +217,9 @@ TEST(WindowFurniture, ImportReadsEachKindBySuffix) {
                    "WIDTH 2\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS 2\nDATA ascii\n"
                    "0 0 0\n1 1 1\n"),
          "Point Cloud"},
+        {dir.write("scan.asc", "0 0 0\n1 0 0\n0 1 1\n"), "Point Cloud"},
+        {dir.write("scan.xyzn", "0 0 0 0 0 1\n1 0 0 0 0 1\n0 1 1 0 0 1\n"), "Point Cloud"},
+        {dir.write("scan.xyzrgb", "0 0 0 255 0 0\n1 0 0 0 255 0\n0 1 1 0 0 255\n"), "Point Cloud"},
         {dir.write("heights.csv", "1,2,3\n4,5,6\n7,8,9\n1,2,3\n"), "Range Image"},
     };
     HostedWindow window;
@@ -244,6 +247,17 @@ TEST(WindowFurniture, ImportReadsEachKindBySuffix) {
     answers.path = QString::fromStdString(pngPath);
     findAction(window.handle, "Import image")->trigger();
     EXPECT_TRUE(statusText(window.handle).contains("40 x 30"));
+    // 8-bit BMP and JPG height maps.
+    QImage gray(24, 18, QImage::Format_Grayscale8);
+    gray.fill(QColor(120, 120, 120));
+    for (const char* name : {"heights.bmp", "heights.jpg"}) {
+        const std::string path = dir.file(name);
+        ASSERT_TRUE(gray.save(QString::fromStdString(path))) << name;
+        answers.path = QString::fromStdString(path);
+        findAction(window.handle, "Import image")->trigger();
+        EXPECT_TRUE(statusText(window.handle).contains("24 x 18")) << name;
+    }
+    EXPECT_TRUE(answers.messages.isEmpty());
 }
 
 TEST(WindowFurniture, BrokenFilesSayLoadFileFailedAndLeaveTheScene) {
