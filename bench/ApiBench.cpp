@@ -31,6 +31,7 @@
 #include <string>
 #include <vector>
 
+#include "BareViewer.h"
 #include "BenchTiming.h"
 #include "Qel3DGraphics.h"
 
@@ -70,38 +71,10 @@ osg::Vec3d orbitEye(int step) {
 // a framebuffer object and read back, as a screenshot needs.
 void bareCloud(int n) {
     std::vector<osg::Vec3> points = slab(n, 3);
-    QOffscreenSurface surface;
-    QSurfaceFormat format;
-    format.setProfile(QSurfaceFormat::CompatibilityProfile);
-    format.setDepthBufferSize(24);
-    format.setStencilBufferSize(8);
-    surface.setFormat(format);
-    surface.create();
-    QOpenGLContext context;
-    context.setFormat(format);
-    context.create();
-    context.makeCurrent(&surface);
-    QOpenGLFramebufferObjectFormat fboFormat;
-    fboFormat.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
-    auto* fbo = new QOpenGLFramebufferObject(kSize, kSize, fboFormat);
-    fbo->bind();
-    std::vector<unsigned char> pixels(kSize * kSize * 4);
-
-    osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
-    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window =
-        new osgViewer::GraphicsWindowEmbedded(0, 0, kSize, kSize);
-    window->setDefaultFboId(fbo->handle());
-    osg::Camera* camera = viewer->getCamera();
-    camera->setGraphicsContext(window);
-    camera->setViewport(0, 0, kSize, kSize);
-    camera->setProjectionMatrixAsPerspective(40.0, 1.0, 0.1, 100.0);
-    viewer->setThreadingModel(osgViewer::Viewer::SingleThreaded);
-    viewer->realize();
+    BareViewer bare(kSize);
     auto frame = [&](int step) {
-        camera->setViewMatrixAsLookAt(orbitEye(step), osg::Vec3d(), osg::Vec3d(0, 0, 1));
-        viewer->frame();
-        context.functions()->glReadPixels(0, 0, kSize, kSize, GL_RGBA, GL_UNSIGNED_BYTE,
-                                          pixels.data());
+        bare.camera()->setViewMatrixAsLookAt(orbitEye(step), osg::Vec3d(), osg::Vec3d(0, 0, 1));
+        bare.frameAndReadBack();
     };
     auto show = [&](const std::vector<osg::Vec3>& source) {
         osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array(source.begin(), source.end());
@@ -118,7 +91,7 @@ void bareCloud(int n) {
         g->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(v->size())));
         osg::ref_ptr<osg::Geode> geode = new osg::Geode;
         geode->addDrawable(g);
-        viewer->setSceneData(geode);
+        bare.setScene(geode);
     };
 
     auto start = Clock::now();
@@ -141,18 +114,6 @@ void bareCloud(int n) {
         "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"bytes_per_point\": %.1f, "
         "\"bytes_per_point_replacing\": %.1f}\n",
         first, median(frames), replace, shownBytes / n, peakResidentBytes() / n);
-
-    viewer->setSceneData(nullptr);
-    const unsigned int id = window->getState()->getContextID();
-    window->close(true);
-    viewer = nullptr;
-    window = nullptr;
-    if (osg::getContextData(id)) {
-        osg::getContextData(id)->deleteAllGLObjects();
-        osg::ContextData::decrementContextIDUsageCount(id);
-    }
-    delete fbo;
-    context.doneCurrent();
 }
 
 // A host window whose 3D view is kSize x kSize pixels.

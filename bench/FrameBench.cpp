@@ -19,6 +19,7 @@
 #include <random>
 #include <vector>
 
+#include "BareViewer.h"
 #include "BenchTiming.h"
 #include "MRenderer.h"
 #include "OpenGlOffscreenSurface.h"
@@ -64,47 +65,15 @@ void aimCamera(osg::Camera* camera) {
 
 // Median frame of a bare viewer in its own context and framebuffer object.
 double bareViewer(osg::Node* scene) {
-    QOffscreenSurface surface;
-    surface.setFormat(OpenGlOffscreenSurface::surfaceFormat());
-    surface.create();
-    QOpenGLContext context;
-    context.setFormat(surface.format());
-    context.create();
-    context.makeCurrent(&surface);
-    QOpenGLFramebufferObjectFormat format;
-    format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
-    auto* fbo = new QOpenGLFramebufferObject(kSize, kSize, format);
-    fbo->bind();
-
-    osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
-    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window =
-        new osgViewer::GraphicsWindowEmbedded(0, 0, kSize, kSize);
-    window->setDefaultFboId(fbo->handle());
-    viewer->getCamera()->setGraphicsContext(window);
-    viewer->getCamera()->setViewport(0, 0, kSize, kSize);
-    viewer->setThreadingModel(osgViewer::Viewer::SingleThreaded);
-    aimCamera(viewer->getCamera());
-    viewer->setSceneData(scene);
-    viewer->realize();
+    BareViewer bare(kSize);
+    aimCamera(bare.camera());
+    bare.setScene(scene);
     std::vector<double> frames;
     for (int f = 0; f <= kFrames; ++f) {
         const auto start = Clock::now();
-        viewer->frame();
-        context.functions()->glFinish();
+        bare.frame();
         if (f > 0) frames.push_back(seconds(start));  // the first frame uploads
     }
-    // The order that frees GL objects cleanly.
-    viewer->setSceneData(nullptr);
-    const unsigned int id = window->getState()->getContextID();
-    window->close(true);
-    viewer = nullptr;
-    window = nullptr;
-    if (osg::getContextData(id)) {
-        osg::getContextData(id)->deleteAllGLObjects();
-        osg::ContextData::decrementContextIDUsageCount(id);
-    }
-    delete fbo;
-    context.doneCurrent();
     return median(frames);
 }
 

@@ -1,0 +1,79 @@
+#pragma once
+
+// The floor of the stack for the benchmarks: a scene-graph viewer drawing
+// into a framebuffer object of its own offscreen context, with nothing of
+// the library in between. Torn down in the order that frees GL objects
+// cleanly.
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLFunctions>
+#include <osg/ContextData>
+#include <osgViewer/Viewer>
+#include <vector>
+
+class BareViewer {
+public:
+    explicit BareViewer(int size) : size_(size), pixels_(size_t(size) * size * 4) {
+        QSurfaceFormat format;
+        format.setProfile(QSurfaceFormat::CompatibilityProfile);
+        format.setDepthBufferSize(24);
+        format.setStencilBufferSize(8);
+        surface_.setFormat(format);
+        surface_.create();
+        context_.setFormat(format);
+        context_.create();
+        context_.makeCurrent(&surface_);
+        QOpenGLFramebufferObjectFormat fboFormat;
+        fboFormat.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
+        fbo_ = new QOpenGLFramebufferObject(size, size, fboFormat);
+        fbo_->bind();
+        viewer_ = new osgViewer::Viewer;
+        window_ = new osgViewer::GraphicsWindowEmbedded(0, 0, size, size);
+        window_->setDefaultFboId(fbo_->handle());
+        camera()->setGraphicsContext(window_);
+        camera()->setViewport(0, 0, size, size);
+        camera()->setProjectionMatrixAsPerspective(40.0, 1.0, 0.1, 100.0);
+        camera()->setClearColor(osg::Vec4(0, 0, 0, 1));
+        viewer_->setThreadingModel(osgViewer::Viewer::SingleThreaded);
+        viewer_->realize();
+    }
+    ~BareViewer() {
+        viewer_->setSceneData(nullptr);
+        const unsigned int id = window_->getState()->getContextID();
+        window_->close(true);
+        viewer_ = nullptr;
+        window_ = nullptr;
+        if (osg::getContextData(id)) {
+            osg::getContextData(id)->deleteAllGLObjects();
+            osg::ContextData::decrementContextIDUsageCount(id);
+        }
+        delete fbo_;
+        context_.doneCurrent();
+    }
+    BareViewer(const BareViewer&) = delete;
+    BareViewer& operator=(const BareViewer&) = delete;
+
+    osg::Camera* camera() const { return viewer_->getCamera(); }
+    void setScene(osg::Node* scene) { viewer_->setSceneData(scene); }
+    // One frame, finished.
+    void frame() {
+        viewer_->frame();
+        context_.functions()->glFinish();
+    }
+    // One frame and its pixels read back, as a screenshot needs.
+    void frameAndReadBack() {
+        viewer_->frame();
+        context_.functions()->glReadPixels(0, 0, size_, size_, GL_RGBA, GL_UNSIGNED_BYTE,
+                                           pixels_.data());
+    }
+
+private:
+    int size_;
+    std::vector<unsigned char> pixels_;
+    QOffscreenSurface surface_;
+    QOpenGLContext context_;
+    QOpenGLFramebufferObject* fbo_ = nullptr;
+    osg::ref_ptr<osgViewer::Viewer> viewer_;
+    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window_;
+};
