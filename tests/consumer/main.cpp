@@ -64,6 +64,9 @@ int main() {
 
     QelColor colour;
     CHECK(QELMV::QelLUTSetting().GetColor(0.0, 5, &colour) == 0 && colour.r == 255);
+    // The viewer's exported functions link from the installed package.
+    CHECK(QELMV::QelDestory3DWnd(12345) == 11504001);
+    CHECK(QELMV::QelSetPerspective(12345, QELMV::QEL_3D_VIEW_TOP) == 11504001);
     std::puts("consumer ok");
     return 0;
 }
