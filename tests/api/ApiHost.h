@@ -162,6 +162,12 @@ struct HostedWindow {
     }
 };
 
+// Saves a widget as drawn, for a person to look at, when QEL_TEST_IMAGE_DIR is set.
+inline void keepWidget(QWidget* widget, const char* name) {
+    const QByteArray dir = qgetenv("QEL_TEST_IMAGE_DIR");
+    if (!dir.isEmpty()) widget->grab().save(QString::fromUtf8(dir) + "/" + name + ".png");
+}
+
 // Data builders.
 inline QelPointCloud gridCloud(int n, float spacing, std::function<float(float, float)> height) {
     QelVector3dArray points;

@@ -26,7 +26,15 @@ QString statusText(long long handle) {
 }  // namespace
 
 TEST(WindowFurniture, ToolBarHoldsTheActionsInOrder) {
-    HostedWindow window;
+    HostedWindow window(900, 500);
+    QelPointCloud cloud = gridCloud(40, 0.1f, [](float x, float y) { return x * y; });
+    ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
+    ASSERT_EQ(QelSet3DWndNumber(window.handle, 3, true), 0);
+    QelVar message("Inspection 17: OK");
+    ASSERT_EQ(QelDrawMessageText(window.handle, message), 0);
+    findAction(window.handle, "Top View")->trigger();
+    pumpEvents();
+    keepWidget(windowWidget(window.handle), "window");
     const QStringList expected = {"Import image",
                                   "Save Screen",
                                   "Render Points",
