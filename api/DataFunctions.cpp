@@ -36,16 +36,10 @@ long checkMesh(const QelTriangleMesh& mesh) {
     return 0;
 }
 
-// The window's view, or null for an unknown handle.
-GLViewer* view(long long window) {
-    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
-    return w ? w->viewer() : nullptr;
-}
-
 }  // namespace
 
 long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, false)) return status;
     v->clearAllRenderObjects();
@@ -53,14 +47,14 @@ long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
 }
 
 long QelDisplayRangeImage(long long window, QelRangeImage& image) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
     return v->displayRangeImage(image);
 }
 
 long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     v->clearAllRenderObjects();
@@ -68,7 +62,7 @@ long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
 }
 
 long QelDisplay2DImage(long long window, QelImage& image) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
     if (static_cast<unsigned int>(image.BitDepth()) > 3) return QelStatus::kImageTypeRefused;
@@ -77,21 +71,21 @@ long QelDisplay2DImage(long long window, QelImage& image) {
 }
 
 long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, true)) return status;
     return v->addPointCloud(cloud);
 }
 
 long QelAdd3DRenderObject(long long window, QelRangeImage& image) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
     return v->addRangeImage(image);
 }
 
 long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     return v->addTriangleMesh(mesh);
@@ -99,7 +93,7 @@ long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
 
 long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position, float size,
                           QelColor& colour) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (text.ValType() != QEL_VAR_STRING && text.ValType() != QEL_VAR_WSTRING)
         return QelStatus::argument(2);
@@ -109,75 +103,75 @@ long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position,
 }
 
 long QelClear3DScene(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearScene();
 }
 
 long QelClearRenderObject(long long window, long id) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearRenderObject(id);
 }
 
 long QelClearAllPointCloud(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllPointClouds();
 }
 
 long QelClearAllRangeImage(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllRangeImages();
 }
 
 long QelClearAllTriangleMesh(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllTriangleMeshes();
 }
 
 long QelClear3DTextOverlay(long long window, long id) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeTextOverlay(id);
 }
 
 long QelClearAll3DTextOverlay(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeAllTextOverlays();
 }
 
 long QelSetObjectVisible(long long window, long id, bool visible) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->setObjectVisible(id, visible);
 }
 
 long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!Qel3DAxisTransform().IsPoseMatrix(matrix)) return QelStatus::kNotAPose;
     return v->setModelMatrix(id, matrix);
 }
 
 long QelSetRenderColor(long long window, long id, QelColorArray& colours) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->setRenderColor(id, colours);
 }
 
 long QelSetRenderLineWidth(long long window, long id, float width) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!(width > 0.0f && width <= 10.0f)) return QelStatus::argument(3);
     return v->setLineWidth(id, width);
 }
 
 long QelSet3DElementSize(long long window, long id, int size) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (size < 1) return QelStatus::argument(3);
     return v->setPointSize(id, static_cast<float>(size));
@@ -189,7 +183,7 @@ constexpr int kPrimitiveMode[] = {0, 1, 4};
 }  // namespace
 
 long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(3);
     return v->setElementState(id, kPrimitiveMode[state]);
@@ -204,14 +198,14 @@ long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) {
 }
 
 long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<int>(mode) >= 2) return QelStatus::argument(3);
     return v->setPointRenderMode(id, mode);
 }
 
 long QelSetDefaultLUT(long long window, int table) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(table) > 6) return QelStatus::argument(2);
     ColorMapIndex::set(table);
@@ -219,7 +213,7 @@ long QelSetDefaultLUT(long long window, int table) {
 }
 
 long QelSetSamplingRatio(long long window, int ratio) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (ratio < 0) return QelStatus::argument(2);
     v->setSamplingRatio(ratio);
@@ -227,7 +221,7 @@ long QelSetSamplingRatio(long long window, int ratio) {
 }
 
 long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!plane.IsValid()) return QelStatus::kClipPlaneInvalid;
     v->setClipPlane(plane);

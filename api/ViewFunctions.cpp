@@ -8,17 +8,13 @@
 namespace QELMV {
 
 namespace {
-GLViewer* view(long long window) {
-    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
-    return w ? w->viewer() : nullptr;
-}
 bool inUnitRange(float value) {
     return value >= 0.0f && value <= 1.0f;
 }
 }  // namespace
 
 long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVector3d& up) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!eye.IsValid()) return QelStatus::argument(2);
     if (!centre.IsValid()) return QelStatus::argument(3);
@@ -28,7 +24,7 @@ long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVe
 }
 
 long QelGetCamera(long long window, QelVector3d* eye, QelVector3d* centre, QelVector3d* up) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->getCamera(eye, centre, up);
     return 0;
@@ -43,14 +39,14 @@ long QelSetPerspective(long long window, Qel3DPerspective perspective) {
 }
 
 long QelSetProjection(long long window, bool orthographic) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->setProjection(orthographic);
     return 0;
 }
 
 long Qel3DZoom(long long window, QelVector3d& point, float factor) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     // An invalid centre would leave the camera unusable.
     if (!point.IsValid()) return QelStatus::argument(2);
@@ -60,7 +56,7 @@ long Qel3DZoom(long long window, QelVector3d& point, float factor) {
 }
 
 long Qel3DZoomFitWnd(long long window) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->zoomFit();
     return 0;
@@ -74,7 +70,7 @@ long QelSetLightState(long long window, bool on) {
 }
 
 long QelSetLightParameter(long long window, float power, QelVector3d& direction) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!(power > 0.0f && power <= 10.0f)) return QelStatus::argument(2);
     if (direction.x == 0.0f && direction.y == 0.0f && direction.z == 0.0f)
@@ -85,7 +81,7 @@ long QelSetLightParameter(long long window, float power, QelVector3d& direction)
 }
 
 long QelSetLightParameter(long long window, float ambient, float diffuse, float specular) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!inUnitRange(ambient)) return QelStatus::argument(2);
     if (!inUnitRange(diffuse)) return QelStatus::argument(3);
@@ -95,7 +91,7 @@ long QelSetLightParameter(long long window, float ambient, float diffuse, float 
 }
 
 long QelSet3DBackgroundColor(long long window, QelColor& colour) {
-    GLViewer* v = view(window);
+    GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     // Channels outside 0..255 are clamped rather than wrapped.
     auto channel = [](int c) { return c < 0 ? 0 : (c > 255 ? 255 : c); };

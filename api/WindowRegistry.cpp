@@ -16,6 +16,11 @@ Qel3DGraphicsPrivate* WindowRegistry::find(long long handle) {
     return reinterpret_cast<Qel3DGraphicsPrivate*>(handle);
 }
 
+GLViewer* WindowRegistry::findViewer(long long handle) {
+    Qel3DGraphicsPrivate* window = find(handle);
+    return window ? window->viewer() : nullptr;
+}
+
 void WindowRegistry::add(Qel3DGraphicsPrivate* window) {
     handles().push_back(reinterpret_cast<long long>(window));
 }

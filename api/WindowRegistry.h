@@ -2,6 +2,7 @@
 
 #include <vector>
 
+class GLViewer;
 class QApplication;
 class Qel3DGraphicsPrivate;
 
@@ -13,6 +14,8 @@ class WindowRegistry {
 public:
     // The window behind a handle, or null when the handle is not live.
     static Qel3DGraphicsPrivate* find(long long handle);
+    // The 3D view of that window, or null.
+    static GLViewer* findViewer(long long handle);
     static void add(Qel3DGraphicsPrivate* window);
     static void remove(long long handle);
     static bool isEmpty() { return handles().empty(); }
