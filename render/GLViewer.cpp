@@ -106,7 +106,7 @@ void GLViewer::setBackgroundColor(int r, int g, int b, int a) {
         viewer->getCamera()->setClearColor(
             osg::Vec4(r / 255.0f, g / 255.0f, b / 255.0f, a / 255.0f));
     }
-    requestRedraw();
+    dataChanged();  // the bounding box is drawn in the inverted background colour
 }
 
 void GLViewer::setLightState(bool on) {
@@ -170,8 +170,12 @@ QImage GLViewer::grabFrame() {
     return image;
 }
 
-void GLViewer::requestRedraw() {
+void GLViewer::dataChanged() {
     if (bboxVisible_) rebuildBoundingBox();
+    requestRedraw();
+}
+
+void GLViewer::requestRedraw() {
     osgWidget_->requestRedraw();
     osgWidget_->update();
 }

@@ -100,7 +100,6 @@ public:
     // 0 top, 1 bottom, 2 front, 3 back, 4 left, 5 right, anything else oblique.
     void moveToView(int view);
     void setProjection(bool orthographic);
-    bool isOrthographic() const;
     // Moves the rotation centre to the point and divides the distance by factor.
     void zoom(const QelVector3d& point, float factor);
     void zoomFit();
@@ -110,7 +109,6 @@ public:
     void setTextPen(const QelColor& colour, long size);
     void getTextPen(QelColor* colour, long* size) const;
     void setBoundingBoxVisible(bool visible);
-    bool boundingBoxVisible() const { return bboxVisible_; }
     // The view as a 3-channel 8-bit image: 11501008 without render objects,
     // 11501002 when the picture cannot be taken.
     long screenShot(QelImage* out);
@@ -119,6 +117,8 @@ public:
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
     void requestRedraw();
+    // After a change to the render objects: the bounding box follows them.
+    void dataChanged();
 
 signals:
     // The status lines for the window: the first for log level 0, the

@@ -61,7 +61,7 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
         installManipulator();
     else if (intoEmptyScene && manipulator_)
         fitIfOutOfView(osg::BoundingSphere(box));
-    requestRedraw();
+    dataChanged();
     return id;
 }
 
@@ -131,7 +131,7 @@ void GLViewer::clearAllRenderObjects() {
         registry_->clear();
     }
     setInfoText({QString()});
-    requestRedraw();
+    dataChanged();
 }
 
 long GLViewer::clearAllPointClouds() {
@@ -140,7 +140,7 @@ long GLViewer::clearAllPointClouds() {
         registry_->removeKind(OSGData::PointCloud);
     }
     setInfoText({tr("Clear Point Cloud")});
-    requestRedraw();
+    dataChanged();
     return QelStatus::kOk;
 }
 
@@ -150,7 +150,7 @@ long GLViewer::clearAllRangeImages() {
         registry_->removeRangeImages();
     }
     setInfoText({tr("Clear Range Image")});
-    requestRedraw();
+    dataChanged();
     return QelStatus::kOk;
 }
 
@@ -160,7 +160,7 @@ long GLViewer::clearAllTriangleMeshes() {
         registry_->removeKind(OSGData::TriangleMesh);
     }
     setInfoText({tr("Clear Triangle Mesh")});
-    requestRedraw();
+    dataChanged();
     return QelStatus::kOk;
 }
 
@@ -172,7 +172,7 @@ long GLViewer::clearRenderObject(long id) {
         empty = registry_->count() == 0;
     }
     if (empty) setInfoText({QString()});
-    requestRedraw();
+    dataChanged();
     return QelStatus::kOk;
 }
 
@@ -183,7 +183,7 @@ long GLViewer::clearScene() {
         textOverlays_.clear();
     }
     setInfoText({QString()});
-    requestRedraw();
+    dataChanged();
     return QelStatus::kOk;
 }
 
@@ -195,7 +195,7 @@ long GLViewer::changeObject(long id, Change change) {
         OSGData* object = registry_->find(static_cast<int>(id));
         status = object ? change(*object) : QelStatus::kObjectNotFound;
     }
-    if (status == QelStatus::kOk) requestRedraw();
+    if (status == QelStatus::kOk) dataChanged();
     return status;
 }
 
@@ -212,7 +212,7 @@ void GLViewer::setElementStateForAll(int mode) {
         registry_->setModeForAll(mode);
         defaultMode_ = mode;
     }
-    requestRedraw();
+    dataChanged();
 }
 
 long GLViewer::setModelMatrix(long id, const QelMatrix4& matrix) {
@@ -272,5 +272,5 @@ void GLViewer::setUseHeightColours(bool on) {
         useHeightColours_ = on;
         registry_->setSwitchForAll(on);
     }
-    requestRedraw();
+    dataChanged();
 }

@@ -60,10 +60,6 @@ void GLViewer::moveToView(int view) {
     requestRedraw();
 }
 
-bool GLViewer::isOrthographic() const {
-    return manipulator_ && manipulator_->isOrtho();
-}
-
 void GLViewer::setProjection(bool orthographic) {
     ViewerManipulator* m = ensureManipulator();
     if (!m || m->isOrtho() == orthographic) return;
@@ -190,7 +186,7 @@ void GLViewer::getTextPen(QelColor* colour, long* size) const {
 
 void GLViewer::setBoundingBoxVisible(bool visible) {
     bboxVisible_ = visible;
-    rebuildBoundingBox();
+    rebuildBoundingBox();  // empties the box when hidden
     requestRedraw();
 }
 

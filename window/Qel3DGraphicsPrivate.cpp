@@ -484,11 +484,6 @@ void Qel3DGraphicsPrivate::registerSelectPoint(long long handle, QelSelectPointC
     *selectPoint_ = SelectPointRecord{handle, user, callback};
 }
 
-void Qel3DGraphicsPrivate::reportPickedPoint(QelVector3d& point) {
-    if (selectPoint_ && selectPoint_->callback)
-        selectPoint_->callback(selectPoint_->handle, point, selectPoint_->user);
-}
-
 void Qel3DGraphicsPrivate::slt_selectPoint() {
     // Picking a point under the cursor belongs to the picking tool, which
     // the window does not have yet; the mode only stops the camera moving.

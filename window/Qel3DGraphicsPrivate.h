@@ -4,6 +4,8 @@
 #include <QWidget>
 #include <memory>
 
+#include "Qel3DGraphics.h"
+
 class GLViewer;
 class QAction;
 class QActionGroup;
@@ -11,13 +13,8 @@ class QHBoxLayout;
 class QLabel;
 class QToolBar;
 class QVBoxLayout;
-class QelImage;
-class QelPoint;
-class QelVar;
-class QelVector3d;
 
-// The host's callback for picked points: window handle, point, user pointer.
-using QelSelectPointCallback = void (*)(long long, QelVector3d&, void*);
+using QelSelectPointCallback = QELMV::QelSelectPointEvent;
 
 // One 3D window: a tool bar over the 3D view, with the number badge and the
 // message label floating over the view and the status line below it. The
@@ -48,7 +45,6 @@ public:
     void setToolbarVisible(bool visible);
     void setStatusbarVisible(bool visible);
     void setStatusLogLevel(int level);
-    int statusLogLevel() const { return logLevel_; }
     // Sets every render object to mode 0, 1 or 4 and checks its action.
     void setElementStateForAll(int mode);
     void setLightState(bool on);
@@ -56,8 +52,6 @@ public:
     // The view without the number badge (see GLViewer::screenShot).
     long screenShot(QelImage* out);
     void registerSelectPoint(long long handle, QelSelectPointCallback callback, void* user);
-    // Calls the host's callback, when one is registered, with this point.
-    void reportPickedPoint(QelVector3d& point);
 
     // Reads a file by its suffix and shows it: the import action after its
     // dialog. False (after the "load file failed" box) when loading failed.
