@@ -10,4 +10,9 @@ namespace qel {
 // read, or is not a regular file.
 bool readFileBytes(const std::string& path, std::vector<std::uint8_t>& out);
 
+// The first at most `count` bytes of a regular file and the file's size;
+// false as above.
+bool readFileHead(const std::string& path, std::size_t count, std::vector<std::uint8_t>& out,
+                  std::uint64_t& fileSize);
+
 }  // namespace qel

@@ -1,5 +1,10 @@
 #include "FileFormatTable.h"
 
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <string_view>
+
 #include "CsvRangeReader.h"
 #include "ImageRangeReader.h"
 #include "ObjReader.h"
@@ -27,6 +32,18 @@ const GeometryFormat kGeometryFormats[] = {
     {"stl", StlReader::read, false, true},    {"off", OffReader::read, false, true},
 };
 
+bool startsWith(const std::uint8_t* head, std::size_t size, std::string_view prefix) {
+    return size >= prefix.size() && std::equal(prefix.begin(), prefix.end(), head);
+}
+
+// An OFF keyword: "OFF" after any of the C and N prefixes, then a separator.
+bool isOffKeyword(const std::uint8_t* head, std::size_t size) {
+    std::size_t i = 0;
+    while (i < size && (head[i] == 'C' || head[i] == 'N'))
+        ++i;
+    return startsWith(head + i, size - i, "OFF") && (size == i + 3 || std::isspace(head[i + 3]));
+}
+
 long readCsv(const std::uint8_t* data, std::size_t size, bool, QelRangeImage& out) {
     return CsvRangeReader::read(data, size, out);
 }
@@ -37,6 +54,16 @@ GeometryReader FileFormatTable::geometryReader(const std::string& suffix, Target
     for (const GeometryFormat& f : kGeometryFormats)
         if (suffix == f.suffix && (target == Target::Mesh ? f.mesh : f.pointCloud)) return f.reader;
     return nullptr;
+}
+
+std::string FileFormatTable::formatOfContent(const std::uint8_t* head, std::size_t headSize,
+                                             std::uint64_t fileSize) {
+    if (StlReader::isBinaryBySize(head, headSize, fileSize)) return "stl";
+    if (startsWith(head, headSize, "ply\n") || startsWith(head, headSize, "ply\r\n")) return "ply";
+    if (startsWith(head, headSize, "# .PCD") || startsWith(head, headSize, "VERSION")) return "pcd";
+    if (isOffKeyword(head, headSize)) return "off";
+    if (startsWith(head, headSize, "solid")) return "stl";
+    return std::string();
 }
 
 FileFormatTable::RangeReader FileFormatTable::rangeReader(const std::string& suffix) {

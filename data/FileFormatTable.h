@@ -20,6 +20,13 @@ public:
     // The reader of a range image suffix; unknown suffixes are tried as
     // images by their content.
     static RangeReader rangeReader(const std::string& suffix);
+    // The suffix of the geometry format that a file's first bytes name
+    // ("ply", "pcd", "off", "stl"), or empty when they name none. fileSize
+    // is the whole file's, for the binary STL size rule.
+    static std::string formatOfContent(const std::uint8_t* head, std::size_t headSize,
+                                       std::uint64_t fileSize);
+    // How many first bytes formatOfContent needs.
+    static constexpr std::size_t kHeadSize = 128;
 };
 
 }  // namespace qel

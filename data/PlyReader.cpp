@@ -50,7 +50,7 @@ std::size_t scalarSize(Scalar s) {
 }
 
 // Where a property's value goes.
-enum class Role { Skip, X, Y, Z, Red, Green, Blue, Alpha, FaceIndices };
+enum class Role { Skip, X, Y, Z, Red, Green, Blue, Alpha, FaceIndices, StripIndices };
 
 struct Property {
     Scalar type = Scalar::None;
@@ -128,6 +128,33 @@ std::uint8_t colorByte(double v, Scalar type) {
     return static_cast<std::uint8_t>(std::min(255.0, std::round(v)));
 }
 
+// A face's polygon as a fan of triangles.
+void addFan(const std::vector<long long>& polygon, std::vector<int>& triangles) {
+    for (std::size_t k = 2; k < polygon.size(); ++k)
+        for (long long v : {polygon[0], polygon[k - 1], polygon[k]})
+            triangles.push_back(static_cast<int>(v));
+}
+
+// Triangle strips, -1 ending one strip and starting the next. Every second
+// triangle of a strip is flipped so all keep the strip's winding; triangles
+// with a repeated corner (the strip's joints) are dropped.
+void addStrips(const std::vector<long long>& indices, std::vector<int>& triangles) {
+    std::size_t start = 0;
+    for (std::size_t k = 0; k < indices.size(); ++k) {
+        if (indices[k] < 0) {
+            start = k + 1;
+            continue;
+        }
+        if (k < start + 2) continue;
+        long long a = indices[k - 2], b = indices[k - 1];
+        const long long c = indices[k];
+        if ((k - start) % 2 == 1) std::swap(a, b);
+        if (a == b || b == c || a == c) continue;
+        for (long long v : {a, b, c})
+            triangles.push_back(static_cast<int>(v));
+    }
+}
+
 }  // namespace
 
 long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions& options,
@@ -170,8 +197,9 @@ long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
                 if (p.countType == Scalar::None || p.countType == Scalar::F32 ||
                     p.countType == Scalar::F64)
                     return QEL_DATA_FILE_MALFORMED;
-                if (e.name == "face" && (name == "vertex_indices" || name == "vertex_index"))
-                    p.role = Role::FaceIndices;
+                const bool indices = name == "vertex_indices" || name == "vertex_index";
+                if (e.name == "face" && indices) p.role = Role::FaceIndices;
+                if (e.name == "tristrips" && indices) p.role = Role::StripIndices;
             } else if (f.size() == 3) {
                 p.type = scalarFromName(f[1]);
                 name = f[2];
@@ -223,7 +251,7 @@ long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
                 g.colors.assign(static_cast<std::size_t>(e.count) * g.colorChannels, 255);
             }
         }
-        const bool isFace = e.name == "face" && options.faces;
+        const bool isFace = (e.name == "face" || e.name == "tristrips") && options.faces;
         std::vector<long long> polygon;
         for (long long i = 0; i < e.count; ++i) {
             for (const Property& p : e.properties) {
@@ -232,20 +260,20 @@ long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
                     if (!src.next(p.countType, v) || !(v >= 0) || v > double(src.remaining()))
                         return QEL_DATA_FILE_MALFORMED;
                     const long long n = static_cast<long long>(v);
+                    const bool wanted = isFace && p.role != Role::Skip;
+                    // Strips mark their restarts with -1; any other index
+                    // outside the vertex list is an error.
+                    const double lowest = p.role == Role::StripIndices ? -1.0 : 0.0;
                     polygon.clear();
                     for (long long k = 0; k < n; ++k) {
                         if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
-                        if (isFace && p.role == Role::FaceIndices) {
-                            if (!(v >= 0) || v >= double(vertexCount))
-                                return QEL_DATA_FILE_MALFORMED;
-                            polygon.push_back(static_cast<long long>(v));
-                        }
+                        if (!wanted) continue;
+                        if (!(v >= lowest) || v >= double(vertexCount) || v != std::floor(v))
+                            return QEL_DATA_FILE_MALFORMED;
+                        polygon.push_back(static_cast<long long>(v));
                     }
-                    for (std::size_t k = 2; k < polygon.size(); ++k) {
-                        g.triangles.push_back(static_cast<int>(polygon[0]));
-                        g.triangles.push_back(static_cast<int>(polygon[k - 1]));
-                        g.triangles.push_back(static_cast<int>(polygon[k]));
-                    }
+                    if (wanted && p.role == Role::FaceIndices) addFan(polygon, g.triangles);
+                    if (wanted && p.role == Role::StripIndices) addStrips(polygon, g.triangles);
                     continue;
                 }
                 if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;

@@ -8,17 +8,33 @@
 #include "FileFormatTable.h"
 #include "PathText.h"
 #include "QelDataStatus.h"
+#include "QelLog.h"
 
 namespace QELMV {
 namespace {
 
 using qel::FileFormatTable;
 
+// The suffix of the reader to use: the format the file's first bytes name
+// when they name one this target can be read from, else the file's own.
+std::string formatToRead(const std::string& file, FileFormatTable::Target target) {
+    const std::string suffix = qel::lowerSuffix(file);
+    std::vector<std::uint8_t> head;
+    std::uint64_t size = 0;
+    if (!qel::readFileHead(file, FileFormatTable::kHeadSize, head, size)) return suffix;
+    const std::string named = FileFormatTable::formatOfContent(head.data(), head.size(), size);
+    if (named.empty() || named == suffix || !FileFormatTable::geometryReader(named, target))
+        return suffix;
+    qCDebug(qelLog) << file.c_str() << "is read as" << named.c_str() << "(its content), not as"
+                    << suffix.c_str();
+    return named;
+}
+
 long readGeometry(QelVar& path, FileFormatTable::Target target, qel::GeometryData& g) {
     const std::string file = qel::pathFromVar(path);
     if (file.empty()) return QEL_DATA_INVALID_ARGUMENT;
     qel::ReadOptions options;
-    options.suffix = qel::lowerSuffix(file);
+    options.suffix = formatToRead(file, target);
     options.faces = target == FileFormatTable::Target::Mesh;
     const qel::GeometryReader reader = FileFormatTable::geometryReader(options.suffix, target);
     if (!reader) return QEL_DATA_FORMAT_UNSUPPORTED;

@@ -74,22 +74,40 @@ long readBinary(const std::uint8_t* data, std::size_t size, GeometryData& g) {
     return QEL_DATA_OK;
 }
 
+long finish(long status, GeometryData& g, GeometryData& out) {
+    if (status == QEL_DATA_OK) out = std::move(g);
+    return status;
+}
+
 }  // namespace
+
+bool StlReader::isBinaryBySize(const std::uint8_t* head, std::size_t headSize,
+                               std::uint64_t fileSize) {
+    ByteCursor in(head, headSize);
+    std::uint32_t count = 0;
+    if (!in.skip(80) || !in.read(count)) return false;
+    return fileSize == 84 + 50 * std::uint64_t(count);
+}
 
 long StlReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions&,
                      GeometryData& out) {
     GeometryData g;
-    // Some binary files start with "solid" too, so text that does not parse
-    // as STL falls back to the binary layout.
+    // A file whose size is exactly what its triangle count says is binary,
+    // whatever its header holds: CAD exporters often begin it with "solid".
+    // Otherwise it is ASCII when it parses as such with at least one facet,
+    // and binary as a last resort.
     long status = QEL_DATA_FILE_MALFORMED;
+    if (isBinaryBySize(data, size, size)) return finish(readBinary(data, size, g), g, out);
     if (size >= 5 && std::memcmp(data, "solid", 5) == 0) status = readAscii(data, size, g);
-    if (status == QEL_DATA_FILE_MALFORMED) {
-        g = GeometryData();
-        status = readBinary(data, size, g);
+    if (status != QEL_DATA_OK) {
+        GeometryData binary;
+        const long binaryStatus = readBinary(data, size, binary);
+        if (binaryStatus == QEL_DATA_OK || status == QEL_DATA_FILE_MALFORMED) {
+            status = binaryStatus;
+            g = std::move(binary);
+        }
     }
-    if (status != QEL_DATA_OK) return status;
-    out = std::move(g);
-    return QEL_DATA_OK;
+    return finish(status, g, out);
 }
 
 }  // namespace qel

@@ -11,6 +11,10 @@ class StlReader {
 public:
     static long read(const std::uint8_t* data, std::size_t size, const ReadOptions& options,
                      GeometryData& out);
+    // True when the file's size is exactly 84 + 50 x the count at byte 80
+    // (head: the file's first bytes).
+    static bool isBinaryBySize(const std::uint8_t* head, std::size_t headSize,
+                               std::uint64_t fileSize);
 };
 
 }  // namespace qel

@@ -168,6 +168,83 @@ TEST(StlLoader, AsciiAndBinaryWithOptionalMerging) {
     expectTruncationsSafe<QelTriangleMesh>(dir, "t.stl", binary);
 }
 
+TEST(StlLoader, BinaryIsToldBySizeWhateverTheHeaderSays) {
+    TempDir dir;
+    // What CAD exporters write: a binary file whose header reads like ASCII.
+    std::string binary = "solid exported by a CAD program";
+    binary.resize(80, ' ');
+    put<std::uint32_t>(binary, 1);
+    for (float v : {0.f, 0.f, 1.f, 0.f, 0.f, 0.f, 2.f, 0.f, 0.f, 0.f, 3.f, 0.f})
+        put<float>(binary, v);
+    put<std::uint16_t>(binary, 0);
+    long status = -1;
+    QelTriangleMesh mesh = loadMesh(dir.write("cad.stl", binary), &status);
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(mesh.NumTriangles(), 1);
+    EXPECT_FLOAT_EQ(mesh.VertexData()[3], 2.0f);
+
+    // Size does not match the count: ASCII first, binary when ASCII has no facet.
+    loadMesh(dir.write("trailing.stl", binary + "extra bytes"), &status);
+    EXPECT_EQ(status, 0);
+    loadMesh(dir.write("empty.stl", "solid nothing\nendsolid nothing\n"), &status);
+    EXPECT_EQ(status, QELMV::QEL_DATA_EMPTY);
+}
+
+TEST(PlyLoader, TriangleStripsRestartFlipAndDropDegenerates) {
+    TempDir dir;
+    // Strip 0 1 2 3 4, restart, strip 5 6 7 7 (its last triangle degenerate).
+    const std::string ply =
+        "ply\nformat ascii 1.0\nelement vertex 8\nproperty float x\nproperty float y\n"
+        "property float z\nelement tristrips 1\nproperty list int int vertex_indices\n"
+        "end_header\n0 0 0\n0 1 0\n1 0 0\n1 1 0\n2 0 0\n5 0 0\n5 1 0\n6 0 0\n"
+        "10 0 1 2 3 4 -1 5 6 7 7\n";
+    long status = -1;
+    QelTriangleMesh mesh = loadMesh(dir.write("strip.ply", ply), &status);
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(mesh.NumTriangles(), 4);
+    const std::vector<int> expected = {0, 1, 2, 2, 1, 3, 2, 3, 4, 5, 6, 7};
+    EXPECT_EQ(std::vector<int>(mesh.TriangleData(), mesh.TriangleData() + 12), expected);
+    // Every triangle keeps the winding of the first: normals all along -z.
+    for (int t = 0; t < 4; ++t) {
+        const float* v = mesh.VertexData();
+        const int* i = mesh.TriangleData() + 3 * t;
+        const float ax = v[3 * i[1]] - v[3 * i[0]], ay = v[3 * i[1] + 1] - v[3 * i[0] + 1];
+        const float bx = v[3 * i[2]] - v[3 * i[0]], by = v[3 * i[2] + 1] - v[3 * i[0] + 1];
+        EXPECT_LT(ax * by - ay * bx, 0.0f) << "triangle " << t;
+    }
+    // Indices outside the vertex list (other than the -1 restart) are refused.
+    std::string bad = ply;
+    bad.replace(bad.find("-1 5"), 2, "-2");
+    loadMesh(dir.write("bad.ply", bad), &status);
+    EXPECT_EQ(status, QELMV::QEL_DATA_FILE_MALFORMED);
+    bad = ply;
+    bad.replace(bad.find("7 7\n"), 3, "7 8");
+    loadMesh(dir.write("bad.ply", bad), &status);
+    EXPECT_EQ(status, QELMV::QEL_DATA_FILE_MALFORMED);
+}
+
+TEST(FileOperation, ContentNamesTheFormatWhenTheSuffixLies) {
+    TempDir dir;
+    const std::string pcd =
+        "# .PCD v0.7\nVERSION .7\nFIELDS x y z\nSIZE 4 4 4\nTYPE F F F\nCOUNT 1 1 1\n"
+        "WIDTH 3\nHEIGHT 1\nPOINTS 3\nDATA ascii\n0 0 0\n1 0 0\n0 1 0\n";
+    long status = -1;
+    EXPECT_EQ(loadCloud(dir.write("scan.ply", pcd), &status).Length(), 3);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(loadCloud(dir.write("scan.xyz", pcd), &status).Length(), 3);
+    EXPECT_EQ(status, 0);
+    // A PCD has no faces: as a mesh it is still refused.
+    loadMesh(dir.write("scan.ply", pcd), &status);
+    EXPECT_NE(status, 0);
+
+    EXPECT_EQ(loadMesh(dir.write("part.stl", binaryPly(false)), &status).NumTriangles(), 2);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(loadMesh(dir.write("part.obj", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n"), &status)
+                  .NumTriangles(),
+              1);
+    EXPECT_EQ(status, 0);
+}
+
 TEST(ObjLoader, RelativeIndicesColoursAndPointClouds) {
     TempDir dir;
     const std::string obj =

@@ -1,0 +1,3 @@
+#include "QelLog.h"
+
+Q_LOGGING_CATEGORY(qelLog, "qel3dgraphics", QtWarningMsg)
