@@ -12,6 +12,7 @@
 
 #include "ExamplePaintSurface.h"
 #include "MRenderer.h"
+#include "QelLog.h"
 
 MOpenglWidget::MOpenglWidget(int flag, QWidget* parent) : QWidget(parent), flag_(flag) {
     surface_ = new ExamplePaintSurface(nullptr, QSize(1, 1));
@@ -97,7 +98,7 @@ bool MOpenglWidget::renderFrame() {
         return true;
     } catch (const char* error) {
         // Never let a GL failure unwind through the host's event loop.
-        qWarning() << error;
+        qCWarning(qelLog) << error;
         return false;
     }
 }
@@ -116,7 +117,7 @@ void MOpenglWidget::resizeEvent(QResizeEvent*) {
     try {
         surface_->resize(QSize(geometry().width(), geometry().height()));
     } catch (const char* error) {
-        qWarning() << error;
+        qCWarning(qelLog) << error;
     }
 }
 
@@ -135,7 +136,7 @@ void MOpenglWidget::grabImage(QImage& out, double width, double height) {
         surface_->resize(old);
         surface_->render();
     } catch (const char* error) {
-        qWarning() << error;
+        qCWarning(qelLog) << error;
     }
 }
 

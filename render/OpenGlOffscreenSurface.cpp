@@ -9,6 +9,8 @@
 #include <QOpenGLFunctions_3_0>
 #include <QOpenGLPaintDevice>
 
+#include "QelLog.h"
+
 OpenGlOffscreenSurface::OpenGlOffscreenSurface(QScreen* screen, const QSize& size)
     : QOffscreenSurface(screen), size_(size) {
     setFormat(surfaceFormat());
@@ -148,7 +150,7 @@ QImage OpenGlOffscreenSurface::grabFramebuffer() {
     if (resolvedFbo_ && functions30_) {
         QOpenGLFramebufferObject::blitFramebuffer(resolvedFbo_, fbo_);
         if (functions_->glGetError() != GL_NO_ERROR)
-            qDebug() << "OpenGlOffscreenSurface::grabFramebuffer() - OpenGL error";
+            qCDebug(qelLog) << "OpenGlOffscreenSurface::grabFramebuffer() - OpenGL error";
         source = resolvedFbo_;
     }
     source->bind();
@@ -164,8 +166,9 @@ QImage OpenGlOffscreenSurface::grabFramebuffer() {
         functions_->glReadPixels(0, 0, size_.width(), size_.height(), 0x80E1, GL_UNSIGNED_BYTE,
                                  image.bits());
     } else {
-        qDebug() << "OpenGlOffscreenSurface::grabFramebuffer() - Unsupported framebuffer format"
-                 << internal << "!";
+        qCDebug(qelLog)
+            << "OpenGlOffscreenSurface::grabFramebuffer() - Unsupported framebuffer format"
+            << internal << "!";
     }
     fbo_->bind();
     return image.mirrored(false, true);
@@ -187,7 +190,7 @@ void OpenGlOffscreenSurface::swapBuffers() {
         functions_->glBindFramebuffer(GL_FRAMEBUFFER, fbo_->handle());
     }
     if (functions_->glGetError() != GL_NO_ERROR)
-        qDebug() << "OpenGlOffscreenSurface::swapBuffersInternal() - OpenGL error";
+        qCDebug(qelLog) << "OpenGlOffscreenSurface::swapBuffersInternal() - OpenGL error";
     context_->swapBuffers(this);
     emit frameSwapped();
 }

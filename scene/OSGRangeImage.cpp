@@ -9,6 +9,7 @@
 #include "ColorMapIndex.h"
 #include "Qel3DImageMathematics.h"
 #include "QelLUTSetting.h"
+#include "QelLog.h"
 #include "RangePixelReader.h"
 
 namespace {
@@ -189,7 +190,7 @@ void OSGRangeImage::applyLevelColours(const QelColorArray& full) {
 }
 
 long OSGRangeImage::buildColours() {
-    qDebug() << "Algorithm.cpp" << source_.IsValidColor();
+    qCDebug(qelLog) << "Algorithm.cpp" << source_.IsValidColor();
     QelColorArray full;
     if (!useHeightColours_ && source_.IsValidColor()) {
         full = source_.DeepCopyColors();

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QWindow>
 
+#include "QelLog.h"
 #include "X11Connection.h"
 
 QWinWidget::QWinWidget(unsigned long parentWindow, bool* success, QObject* parentObject,
@@ -69,7 +70,8 @@ void QWinWidget::center() {
         child->move(middle - child->rect().center());
     }
     if (!any)
-        qWarning(
+        qCWarning(
+            qelLog,
             "QWinWidget::center: Call this function only for QWinWidgets with toplevel children");
 }
 

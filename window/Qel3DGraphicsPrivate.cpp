@@ -425,6 +425,10 @@ void Qel3DGraphicsPrivate::slt_setBackgroundcolor() {
 }
 
 long Qel3DGraphicsPrivate::screenShot(QelImage* out) {
+    // Hiding the tool bar or the status line only posts a layout request;
+    // a host without an event loop grabs right after, so the view takes its
+    // new size here.
+    layout_->activate();
     const bool badgeShown = badge_->isVisible();
     if (badgeShown) badge_->hide();
     const long status = viewer_->screenShot(out);
@@ -523,14 +527,18 @@ bool Qel3DGraphicsPrivate::importFile(const QString& path) {
             else
                 status = loader.Load(&image, file, true);
             if (status == 0) status = viewer_->displayRangeImage(image) >= 11000000 ? 1 : 0;
-        } else if (kind == FileKind::PointCloud) {
-            QelPointCloud cloud;
-            status = loader.Load(&cloud, file, true, true);
-            if (status == 0) status = viewer_->addPointCloud(cloud) >= 11000000 ? 1 : 0;
         } else {
+            // A mesh file that holds no mesh (a PLY or OBJ of vertices only)
+            // is tried again as a point cloud.
             QelTriangleMesh mesh;
-            status = loader.Load(&mesh, file, true, true);
-            if (status == 0) status = viewer_->addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
+            status = kind == FileKind::Mesh ? loader.Load(&mesh, file, true, true) : 1;
+            if (status == 0) {
+                status = viewer_->addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
+            } else {
+                QelPointCloud cloud;
+                status = loader.Load(&cloud, file, true, true);
+                if (status == 0) status = viewer_->addPointCloud(cloud) >= 11000000 ? 1 : 0;
+            }
         }
     } catch (const std::exception&) {
         status = 1;

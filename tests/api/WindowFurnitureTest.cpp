@@ -292,6 +292,65 @@ TEST(WindowFurniture, BrokenFilesSayLoadFileFailedAndLeaveTheScene) {
     EXPECT_EQ(statusText(window.handle), before);
 }
 
+TEST(WindowFurniture, ImportShowsMeshFilesWithoutFacesAsPointClouds) {
+    TempDir dir;
+    HostedWindow window;
+    DialogAnswerer answers;
+    const std::string files[] = {
+        dir.write("scan.ply",
+                  "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float "
+                  "y\nproperty float z\nend_header\n0 0 0\n1 0 0\n0 1 1\n"),
+        dir.write("scan.obj", "v 0 0 0\nv 1 0 0\nv 0 1 1\n"),
+        // A PCD saved under a mesh suffix: its content names the format.
+        dir.write("scan.stl",
+                  "# .PCD v0.7\nVERSION .7\nFIELDS x y z\nSIZE 4 4 4\nTYPE F F F\nCOUNT 1 1 "
+                  "1\nWIDTH 3\nHEIGHT 1\nPOINTS 3\nDATA ascii\n0 0 0\n1 0 0\n0 1 0\n"),
+    };
+    for (const std::string& file : files) {
+        ASSERT_EQ(QelClear3DScene(window.handle), 0);
+        answers.path = QString::fromStdString(file);
+        findAction(window.handle, "Import image")->trigger();
+        EXPECT_TRUE(statusText(window.handle).contains("Data Type: Point Cloud")) << file;
+        EXPECT_TRUE(statusText(window.handle).contains("Number of Points: 3")) << file;
+    }
+    EXPECT_TRUE(answers.messages.isEmpty());
+    // Neither a mesh nor a cloud: the box as before.
+    answers.path = QString::fromStdString(dir.write("junk.ply", "ply\nnot a header\n"));
+    findAction(window.handle, "Import image")->trigger();
+    EXPECT_EQ(answers.messages, QStringList({"load file failed"}));
+}
+
+// A host without an event loop changes the window and grabs at once: the
+// picture must already have the new layout.
+TEST(WindowFurniture, ScreenshotTakesTheLayoutOfEveryCallBeforeIt) {
+    HostedWindow window;
+    QelPointCloud cloud = gridCloud(10, 0.2f, [](float, float) { return 0.0f; });
+    ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
+    pumpEvents();
+    const auto sizeNow = [&] {
+        Shot shot(window.handle);
+        return QSize(shot.width(), shot.height());
+    };
+    const auto sizeSettled = [&] {
+        pumpEvents();
+        return sizeNow();
+    };
+    const QSize full = sizeNow();
+    ASSERT_EQ(QelSet3DToolbarVisible(window.handle, false), 0);
+    const QSize noToolBar = sizeNow();
+    EXPECT_GT(noToolBar.height(), full.height());
+    EXPECT_EQ(noToolBar, sizeSettled());
+    ASSERT_EQ(QelSet3DStatusbarVisible(window.handle, false), 0);
+    const QSize bare = sizeNow();
+    EXPECT_GT(bare.height(), noToolBar.height());
+    EXPECT_EQ(bare, sizeSettled());
+    ASSERT_EQ(QelSet3DWndNumber(window.handle, 7, true), 0);
+    EXPECT_EQ(sizeNow(), bare);
+    ASSERT_EQ(QelSet3DToolbarVisible(window.handle, true), 0);
+    ASSERT_EQ(QelSet3DStatusbarVisible(window.handle, true), 0);
+    EXPECT_EQ(sizeNow(), full);
+}
+
 TEST(WindowFurniture, SaveScreenWritesTheChosenFormat) {
     TempDir dir;
     HostedWindow window;
