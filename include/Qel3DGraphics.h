@@ -131,6 +131,11 @@ QEL_GRAPHICS_API long QelSelectPointsByLasso(long long window, QelPointCloud* se
 QEL_GRAPHICS_API long QelSelectPointsByLasso(long long window, QelRangeImage* selected,
                                              bool remove);
 
+// A short English text for any status code this library or its data layer
+// returns (never null): "unknown window handle", "argument 3 is out of
+// range", ... Object ids and unknown codes get a text that says so.
+QEL_GRAPHICS_API const char* QelGetStatusText(long code);
+
 // Streaming a range image line by line while a sensor scans.
 QEL_GRAPHICS_API long QelInitialRangeImage(long long window, int dataType, int width, int height,
                                            double resolutionX, double offsetX, double resolutionY,
