@@ -1,11 +1,7 @@
 // The demo viewer: a small Qt host that opens one 3D window through the
 // exported functions, as a host application would, and shows the files named
-// on its command line or else the bundled machined-part sample.
-//
-//   qel_demo_viewer [--screenshot FILE] [FILES...]
-//
-// With --screenshot it renders once, saves the picture (BMP, PNG or JPG by
-// the suffix) and exits, so it runs headless.
+// on its command line or else the bundled machined-part sample. Options:
+// DemoOptions::usage().
 #include <QApplication>
 #include <QFileInfo>
 #include <QResizeEvent>
@@ -14,12 +10,24 @@
 #include <cstdio>
 #include <string>
 
+#include "DemoOptions.h"
 #include "MachinedPartSample.h"
 #include "Qel3DGraphics.h"
 
 using namespace QELMV;
 
 namespace {
+
+bool failed(long status) {
+    return status >= 11000000;
+}
+
+// How the camera looks at what was shown when no --view is given.
+enum class Framing {
+    FromAbove,   // range images: heights along +z, seen obliquely from above
+    SensorView,  // PCD scans lie in their sensor's frame: z away, y down
+    Upright,     // meshes and other clouds: y up, seen from the front right
+};
 
 // The host's own window; the 3D window fills it.
 class HostWindow : public QWidget {
@@ -33,105 +41,207 @@ protected:
     }
 };
 
-// Loads one file by its suffix and shows it (replacing when first).
-long showFile(long long view, const QString& path, bool first) {
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    const std::wstring wide = path.toStdWString();
-    QelVar file(wide.c_str());
-    Qel3DFileOperation loader;
-    static const QStringList meshes{"stl", "obj", "off", "ply"};
-    static const QStringList clouds{"xyz", "xyzn", "xyzrgb", "txt", "asc", "pcd"};
-    if (meshes.contains(suffix)) {
-        QelTriangleMesh mesh;
-        if (long status = loader.Load(&mesh, file, true, true)) return status;
-        return first ? QelDisplayTriangleMesh(view, mesh) : QelAdd3DRenderObject(view, mesh);
+class Demo {
+public:
+    Demo(const DemoOptions& options, long long view) : options_(options), view_(view) {}
+
+    // Shows one file; the first shown replaces the scene, the others are
+    // added. Prints why a file could not be shown.
+    bool show(const QString& path) {
+        const long id = load(path);
+        if (failed(id)) {
+            std::fprintf(stderr, "%s: not shown: %ld %s\n", qPrintable(path), id,
+                         QelGetStatusText(id));
+            return false;
+        }
+        std::printf("%s: shown as object %ld\n", qPrintable(path), id);
+        ++shown_;
+        return true;
     }
-    if (clouds.contains(suffix)) {
-        QelPointCloud cloud;
-        if (long status = loader.Load(&cloud, file, true, true)) return status;
-        return first ? QelDisplayPointCloud(view, cloud) : QelAdd3DRenderObject(view, cloud);
+    int shown() const { return shown_; }
+    Framing framing() const { return framing_; }
+
+private:
+    long load(const QString& path) {
+        const QString suffix = QFileInfo(path).suffix().toLower();
+        const std::wstring wide = path.toStdWString();
+        QelVar file(wide.c_str());
+        Qel3DFileOperation loader;
+        static const QStringList meshes{"stl", "obj", "off", "ply"};
+        static const QStringList clouds{"xyz", "xyzn", "xyzrgb", "txt", "asc", "pcd"};
+        if (meshes.contains(suffix) || clouds.contains(suffix)) {
+            // A mesh file without faces is shown as a point cloud, as Import does.
+            QelTriangleMesh mesh;
+            long status = meshes.contains(suffix) ? loader.Load(&mesh, file, true, true) : 1;
+            if (status == 0)
+                return place(addMesh(mesh), mesh.DeepCopyVertexColor(), Framing::Upright);
+            // Scans mark missing points with NaN; a viewer has no use for them
+            // (kept, they would sit at the origin and widen the view).
+            QelPointCloud cloud;
+            status = loader.Load(&cloud, file, true, false);
+            if (status != 0) return status;
+            const long id = shown_ == 0 ? QelDisplayPointCloud(view_, cloud)
+                                        : QelAdd3DRenderObject(view_, cloud);
+            // Two pixels close the gaps between the points of a dense scan.
+            if (!failed(id)) QelSet3DElementSize(view_, id, 2);
+            return place(id, cloud.DeepCopyColors(),
+                         suffix == "pcd" ? Framing::SensorView : Framing::Upright);
+        }
+        QelRangeImage image;
+        if (long status = loader.Load(&image, file, true)) return status;
+        scaleRangeImage(path, image);
+        const long id =
+            shown_ == 0 ? QelDisplayRangeImage(view_, image) : QelAdd3DRenderObject(view_, image);
+        return place(id, image.DeepCopyColors(), Framing::FromAbove);
     }
-    QelRangeImage image;
-    if (long status = loader.Load(&image, file, true)) return status;
-    return first ? QelDisplayRangeImage(view, image) : QelAdd3DRenderObject(view, image);
+
+    long addMesh(QelTriangleMesh& mesh) {
+        return shown_ == 0 ? QelDisplayTriangleMesh(view_, mesh)
+                           : QelAdd3DRenderObject(view_, mesh);
+    }
+
+    // Applies --colors own and remembers how to frame the first object.
+    long place(long id, QelColorArray colours, Framing framing) {
+        if (failed(id)) return id;
+        if (shown_ == 0) framing_ = framing;
+        if (options_.ownColours && colours.Length() > 0)
+            if (long status = QelSetRenderColor(view_, id, colours))
+                std::fprintf(stderr, "object %ld keeps its height colours: %ld %s\n", id, status,
+                             QelGetStatusText(status));
+        return id;
+    }
+
+    // Image and CSV files carry no pixel size: --resolution gives it, or
+    // the heights are scaled to span a third of the larger extent, so a
+    // depth map looks like the scene and not like a needle or a wall.
+    void scaleRangeImage(const QString& path, QelRangeImage& image) {
+        const double* o = options_.offset;
+        if (options_.haveResolution) {
+            const double* r = options_.resolution;
+            image.SetInfo(r[0], r[1], r[2], o[0], o[1], o[2]);
+            return;
+        }
+        QelROI all;
+        QelPoint first(0, 0), last(image.Width() - 1, image.Height() - 1);
+        all.GenRect1(first, last);
+        double highest = 0, lowest = 0;
+        double scale = 1.0;
+        if (Qel3DImageMathematics().RangeImageMaxMin(image, all, nullptr, nullptr, &highest,
+                                                     &lowest) == 0 &&
+            highest > lowest)
+            scale = std::max(image.Width(), image.Height()) / 3.0 / (highest - lowest);
+        image.SetInfo(1.0, 1.0, scale, o[0], o[1], o[2]);
+        std::printf("%s: no pixel size given; height scale %.6g per sample unit\n",
+                    qPrintable(path), scale);
+    }
+
+    const DemoOptions& options_;
+    long long view_;
+    int shown_ = 0;
+    Framing framing_ = Framing::FromAbove;
+};
+
+// Fits the data, then looks at it the way its kind is best seen.
+void frame(long long view, Framing framing) {
+    Qel3DZoomFitWnd(view);
+    QelVector3d eye, centre, up;
+    QelGetCamera(view, &eye, &centre, &up);
+    const float d = std::hypot(eye.x - centre.x, eye.y - centre.y, eye.z - centre.z);
+    QelVector3d from, upward;
+    switch (framing) {
+        case Framing::FromAbove:
+            from = QelVector3d(centre.x - 0.45f * d, centre.y - 0.35f * d, centre.z + 0.82f * d);
+            upward = QelVector3d(0, 0, 1);
+            break;
+        case Framing::SensorView:
+            // From just behind the sensor at the origin, as it saw the scene.
+            if (centre.z > 0) {
+                from = QelVector3d(-0.4f * centre.x, -0.4f * centre.y, -0.4f * centre.z);
+                upward = QelVector3d(0, -1, 0);
+                break;
+            }
+            [[fallthrough]];
+        case Framing::Upright:
+            from = QelVector3d(centre.x + 0.4f * d, centre.y + 0.3f * d, centre.z + 0.87f * d);
+            upward = QelVector3d(0, 1, 0);
+            break;
+    }
+    QelSetCamera(view, from, centre, upward);
 }
 
-int saveImageFormat(const QString& path) {
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == "bmp") return QEL_IMAGE_FORMAT_BMP;
-    if (suffix == "jpg" || suffix == "jpeg") return QEL_IMAGE_FORMAT_JPG;
-    return QEL_IMAGE_FORMAT_PNG;
+// A light from above left of the viewer, soft enough that faces turned away
+// stay readable and strong enough that faces towards the viewer are bright.
+void light(long long view) {
+    QelVector3d direction(0.35f, -0.45f, -1.0f);  // in view coordinates, into the scene
+    QelSetLightParameter(view, 1.15f, direction);
+    QelSetLightParameter(view, 0.35f, 0.8f, 0.15f);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QString screenshot;
-    QStringList files;
-    const QStringList args = app.arguments().mid(1);
-    for (int i = 0; i < args.size(); ++i) {
-        if (args[i] == "--screenshot" && i + 1 < args.size())
-            screenshot = args[++i];
-        else if (args[i] == "--help" || args[i] == "-h") {
-            std::printf("usage: qel_demo_viewer [--screenshot FILE] [FILES...]\n");
-            return 0;
-        } else
-            files << args[i];
+    DemoOptions options;
+    QString error;
+    if (!options.parse(app.arguments().mid(1), &error)) {
+        std::fprintf(stderr, "qel_demo_viewer: %s\n\n%s", qPrintable(error), DemoOptions::usage());
+        return 1;
+    }
+    if (options.help) {
+        std::printf("%s", DemoOptions::usage());
+        return 0;
     }
 
     HostWindow host;
     host.setWindowTitle("Qel3DGraphics demo viewer");
-    host.resize(1000, 800);
+    host.resize(options.width, options.height);
     host.show();
     if (long status = QelCreate3DWnd(static_cast<long long>(host.winId()), 0, 0, host.width(),
                                      host.height(), &host.view)) {
-        std::fprintf(stderr, "could not create the 3D window (%ld)\n", status);
+        std::fprintf(stderr, "could not create the 3D window: %ld %s\n", status,
+                     QelGetStatusText(status));
         return 1;
     }
+    light(host.view);
 
-    long shown = 0;
-    for (int i = 0; i < files.size(); ++i) {
-        const long id = showFile(host.view, files[i], shown == 0);
-        if (id >= 11000000)
-            std::fprintf(stderr, "%s: not shown (%ld)\n", qPrintable(files[i]), id);
-        else
-            ++shown;
+    Demo demo(options, host.view);
+    for (const QString& file : options.files)
+        demo.show(file);
+    if (!options.files.isEmpty() && demo.shown() == 0) {
+        std::fprintf(stderr, "qel_demo_viewer: none of the files could be shown\n");
+        QelDestory3DWnd(host.view);
+        return 2;
     }
-    if (shown == 0) {
+    if (options.files.isEmpty()) {
         QelRangeImage part = MachinedPartSample::build();
         const long id = QelDisplayRangeImage(host.view, part);
-        if (id >= 11000000) {
-            std::fprintf(stderr, "the sample could not be shown (%ld)\n", id);
+        if (failed(id)) {
+            std::fprintf(stderr, "the sample could not be shown: %ld %s\n", id,
+                         QelGetStatusText(id));
             return 1;
         }
         QelVar title(L"Machined part, 90 x 60 mm, 16-bit range image");
         QelDrawMessageText(host.view, title);
     }
-    // Fit, then look down on the data obliquely from above (+z), with +z up.
-    Qel3DZoomFitWnd(host.view);
-    QelVector3d eye, centre, up;
-    QelGetCamera(host.view, &eye, &centre, &up);
-    const float distance = std::hypot(eye.x - centre.x, eye.y - centre.y, eye.z - centre.z);
-    QelVector3d from(centre.x - 0.45f * distance, centre.y - 0.35f * distance,
-                     centre.z + 0.82f * distance);
-    QelVector3d zUp(0, 0, 1);
-    QelSetCamera(host.view, from, centre, zUp);
+    if (options.view >= 0) {
+        QelSetPerspective(host.view, static_cast<Qel3DPerspective>(options.view));
+        Qel3DZoomFitWnd(host.view);
+    } else {
+        frame(host.view, demo.framing());
+    }
 
-    if (screenshot.isEmpty()) return app.exec();
+    if (options.screenshot.isEmpty()) return app.exec();
 
+    // The whole window as the host embeds it: tool bar, view, status line.
     app.processEvents();
-    QelImage picture;
-    if (long status = Qel3DScreenShot(host.view, &picture)) {
-        std::fprintf(stderr, "screenshot failed (%ld)\n", status);
-        return 1;
-    }
-    const std::wstring path = screenshot.toStdWString();
-    if (!picture.SaveImage(path.c_str(), saveImageFormat(screenshot))) {
-        std::fprintf(stderr, "could not write %s\n", qPrintable(screenshot));
-        return 1;
-    }
-    std::printf("wrote %s (%d x %d)\n", qPrintable(screenshot), picture.Width(), picture.Height());
+    const QImage picture = host.grab().toImage();
+    const bool saved = picture.save(options.screenshot);
     QelDestory3DWnd(host.view);
+    if (!saved) {
+        std::fprintf(stderr, "could not write %s\n", qPrintable(options.screenshot));
+        return 1;
+    }
+    std::printf("wrote %s (%d x %d)\n", qPrintable(options.screenshot), picture.width(),
+                picture.height());
     return 0;
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The demo viewer's command line.
+struct DemoOptions {
+    QStringList files;
+    QString screenshot;  // empty: run interactively
+    bool haveResolution = false;
+    double resolution[3] = {1, 1, 1};
+    double offset[3] = {0, 0, 0};
+    int view = -1;            // a Qel3DPerspective, or -1 for the demo's own oblique view
+    bool ownColours = false;  // --colors own
+    int width = 1000, height = 800;
+    bool help = false;
+
+    // Fills the options from the arguments after the program name; false
+    // with a message in error when they are not understood.
+    bool parse(const QStringList& arguments, QString* error);
+
+    static const char* usage();
+};
