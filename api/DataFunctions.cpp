@@ -1,4 +1,7 @@
 // Exported functions: showing, removing and styling render objects.
+#include <cmath>
+
+#include "ArgumentChecks.h"
 #include "ColorMapIndex.h"
 #include "GLViewer.h"
 #include "Qel3DGraphics.h"
@@ -42,8 +45,7 @@ long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, false)) return status;
-    v->clearAllRenderObjects();
-    return v->addPointCloud(cloud);
+    return v->addPointCloud(cloud, true);
 }
 
 long QelDisplayRangeImage(long long window, QelRangeImage& image) {
@@ -57,8 +59,7 @@ long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
-    v->clearAllRenderObjects();
-    return v->addTriangleMesh(mesh);
+    return v->addTriangleMesh(mesh, true);
 }
 
 long QelDisplay2DImage(long long window, QelImage& image) {
@@ -66,8 +67,7 @@ long QelDisplay2DImage(long long window, QelImage& image) {
     if (!v) return QelStatus::kUnknownWindow;
     if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
     if (static_cast<unsigned int>(image.BitDepth()) > 3) return QelStatus::kImageTypeRefused;
-    v->clearAllRenderObjects();
-    return v->addImage(image);
+    return v->addImage(image, true);
 }
 
 long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
@@ -98,7 +98,7 @@ long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position,
     if (text.ValType() != QEL_VAR_STRING && text.ValType() != QEL_VAR_WSTRING)
         return QelStatus::argument(2);
     if (!position.IsValid()) return QelStatus::argument(3);
-    if (!(size > 0)) return QelStatus::argument(4);
+    if (!(size > 0) || !std::isfinite(size)) return QelStatus::argument(4);
     return v->addTextOverlay(text, position, size, colour);
 }
 
@@ -153,7 +153,8 @@ long QelSetObjectVisible(long long window, long id, bool visible) {
 long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    if (!Qel3DAxisTransform().IsPoseMatrix(matrix)) return QelStatus::kNotAPose;
+    if (!Qel3DAxisTransform().IsPoseMatrix(matrix) || !QelArguments::usableTranslation(matrix))
+        return QelStatus::kNotAPose;
     return v->setModelMatrix(id, matrix);
 }
 

@@ -1,4 +1,7 @@
 // Exported functions: camera, standard views, projection, light, background.
+#include <cmath>
+
+#include "ArgumentChecks.h"
 #include "GLViewer.h"
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
@@ -8,17 +11,39 @@
 namespace QELMV {
 
 namespace {
+
 bool inUnitRange(float value) {
     return value >= 0.0f && value <= 1.0f;
 }
+
+using QelArguments::kCoordinateLimit;
+using QelArguments::usablePoint;
+
+// Components in double, so that differences and products of large values
+// cannot overflow.
+struct Vec {
+    double x, y, z;
+    explicit Vec(const QelVector3d& v) : x(v.x), y(v.y), z(v.z) {}
+    Vec(double x_, double y_, double z_) : x(x_), y(y_), z(z_) {}
+    Vec operator-(const Vec& o) const { return {x - o.x, y - o.y, z - o.z}; }
+    Vec cross(const Vec& o) const {
+        return {y * o.z - z * o.y, z * o.x - x * o.z, x * o.y - y * o.x};
+    }
+    double length() const { return std::sqrt(x * x + y * y + z * z); }
+};
+
 }  // namespace
 
 long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVector3d& up) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    if (!eye.IsValid()) return QelStatus::argument(2);
-    if (!centre.IsValid()) return QelStatus::argument(3);
-    if (!up.IsValid()) return QelStatus::argument(4);
+    if (!usablePoint(eye)) return QelStatus::argument(2);
+    const Vec sight = Vec(centre) - Vec(eye);
+    if (!usablePoint(centre) || !(sight.length() > 1e-9)) return QelStatus::argument(3);
+    // Up must have a part across the line of sight.
+    if (!usablePoint(up) ||
+        !(sight.cross(Vec(up)).length() > 1e-6 * sight.length() * Vec(up).length()))
+        return QelStatus::argument(4);
     v->setCamera(eye, centre, up);
     return 0;
 }
@@ -33,7 +58,7 @@ long QelGetCamera(long long window, QelVector3d* eye, QelVector3d* centre, QelVe
 long QelSetPerspective(long long window, Qel3DPerspective perspective) {
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
-    if (static_cast<int>(perspective) >= 7) return QelStatus::argument(2);
+    if (static_cast<unsigned int>(perspective) >= 7) return QelStatus::argument(2);
     w->moveToView(perspective);
     return 0;
 }
@@ -48,10 +73,11 @@ long QelSetProjection(long long window, bool orthographic) {
 long Qel3DZoom(long long window, QelVector3d& point, float factor) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    // An invalid centre would leave the camera unusable.
-    if (!point.IsValid()) return QelStatus::argument(2);
-    if (!(factor > 0.0f)) return QelStatus::argument(3);
-    v->zoom(point, factor);
+    // An invalid centre or a distance out of bounds would leave the camera
+    // unusable.
+    if (!usablePoint(point)) return QelStatus::argument(2);
+    if (!(factor > 0.0f) || !v->zoom(point, factor, 1e-9, kCoordinateLimit))
+        return QelStatus::argument(3);
     return 0;
 }
 
@@ -76,7 +102,11 @@ long QelSetLightParameter(long long window, float power, QelVector3d& direction)
     if (direction.x == 0.0f && direction.y == 0.0f && direction.z == 0.0f)
         return QelStatus::argument(3);
     if (!direction.IsValid()) return QelStatus::argument(3);
-    v->setLightParameter(power, direction);
+    // Normalised here: squaring a huge component in the shader overflows.
+    const Vec d(direction);
+    const double length = d.length();
+    v->setLightParameter(
+        power, QelVector3d(float(d.x / length), float(d.y / length), float(d.z / length)));
     return 0;
 }
 
@@ -93,10 +123,8 @@ long QelSetLightParameter(long long window, float ambient, float diffuse, float 
 long QelSet3DBackgroundColor(long long window, QelColor& colour) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    // Channels outside 0..255 are clamped rather than wrapped.
-    auto channel = [](int c) { return c < 0 ? 0 : (c > 255 ? 255 : c); };
-    v->setBackgroundColor(channel(colour.r), channel(colour.g), channel(colour.b),
-                          channel(colour.a));
+    const QelColor c = QelArguments::clampedColour(colour);
+    v->setBackgroundColor(c.r, c.g, c.b, c.a);
     return 0;
 }
 

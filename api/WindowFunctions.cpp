@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QWidget>
 
+#include "ArgumentChecks.h"
 #include "GLViewer.h"
 #include "QWinWidget.h"
 #include "Qel3DGraphics.h"
@@ -59,6 +60,8 @@ long createInNativeWindow(unsigned long id, long long* out) {
 }  // namespace
 
 long QelCreate3DWnd(long long parent, long long* window) {
+    // Without a place for the handle nobody could address or destroy it.
+    if (!window) return QelStatus::argument(2);
     WindowRegistry::ensureApplication();
     if (parent > 0)
         if (QWidget* widget = QWidget::find(static_cast<WId>(parent)))
@@ -69,14 +72,16 @@ long QelCreate3DWnd(long long parent, long long* window) {
 
 long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, long long* window) {
     if (long status = checkRectangle(left, top, right, bottom)) return status;
+    if (!window) return QelStatus::argument(6);
     long long handle = 0;
     if (long status = QelCreate3DWnd(parent, &handle)) return status;
     setRectangle(WindowRegistry::find(handle), left, top, right, bottom);
-    if (window) *window = handle;
+    *window = handle;
     return 0;
 }
 
 long QelCreate3DWnd(void* parent, long long* window) {
+    if (!window) return QelStatus::argument(2);
     const bool hostApplication = WindowRegistry::hostOwnsApplication();
     WindowRegistry::ensureApplication();
     if (!parent) return QelStatus::kNotAWindow;
@@ -164,7 +169,7 @@ long QelSet3DTextPen(long long window, QelColor& colour, long size) {
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (size <= 0) return QelStatus::argument(3);
-    w->viewer()->setTextPen(colour, size);
+    w->viewer()->setTextPen(QelArguments::clampedColour(colour), size);
     return 0;
 }
 

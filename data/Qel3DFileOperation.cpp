@@ -1,6 +1,7 @@
 #include "Qel3DFileOperation.h"
 
 #include <climits>
+#include <cmath>
 #include <cstring>
 #include <unordered_map>
 
@@ -127,6 +128,8 @@ long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, bool withColo
 long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, double resolutionX,
                               double resolutionY, double resolutionZ) {
     if (!target) return QEL_DATA_INVALID_ARGUMENT;
+    for (double r : {resolutionX, resolutionY, resolutionZ})
+        if (!(r > 0) || !std::isfinite(r)) return QEL_DATA_INVALID_ARGUMENT;
     QelRangeImage image;
     const long status = Load(&image, path, true);
     if (status != QEL_DATA_OK) return status;

@@ -21,9 +21,12 @@ struct SampleType {
     static constexpr T marker() {
         return std::is_unsigned<T>::value ? T(0) : std::numeric_limits<T>::lowest();
     }
+    // A float sample must also fit single precision: heights are drawn as
+    // floats, and one infinite height would empty the whole picture.
     static bool isValid(T v) {
         if constexpr (kFloat)
-            return std::isfinite(v) && v != marker();
+            return std::isfinite(v) && v != marker() &&
+                   std::fabs(double(v)) <= double(std::numeric_limits<float>::max());
         else
             return v != marker();
     }

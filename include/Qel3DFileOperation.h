@@ -27,7 +27,8 @@ public:
     // withColors: keep the colours of a colour image (heights come from its
     // luminance either way). Resolutions 1 and offsets 0.
     long Load(QelRangeImage* target, QelVar& path, bool withColors);
-    // As above with colours kept, and the given X, Y and Z resolutions.
+    // As above with colours kept, and the given X, Y and Z resolutions;
+    // each must be finite and above 0 (else QEL_DATA_INVALID_ARGUMENT).
     long Load(QelRangeImage* target, QelVar& path, double resolutionX, double resolutionY,
               double resolutionZ);
     // withColors: read per-point colours when the file has them.

@@ -69,13 +69,14 @@ public:
     // Render objects (GLViewerObjects.cpp). Adds return the new id or a
     // status code >= 11000000; the info text follows every change.
     OSGDataManager& registry() const { return *registry_; }
-    long addPointCloud(const QelPointCloud& cloud);
+    // replace: the new object takes the place of every render object, but
+    // only once it is built and accepted; a refused one changes nothing.
+    long addPointCloud(const QelPointCloud& cloud, bool replace = false);
     long addRangeImage(const QelRangeImage& image);
     // Builds the new object first, then replaces every render object by it.
     long displayRangeImage(const QelRangeImage& image);
-    long addTriangleMesh(const QelTriangleMesh& mesh);
-    long addImage(const QelImage& image);
-    void clearAllRenderObjects();
+    long addTriangleMesh(const QelTriangleMesh& mesh, bool replace = false);
+    long addImage(const QelImage& image, bool replace = false);
     long clearAllPointClouds();
     long clearAllRangeImages();
     long clearAllTriangleMeshes();
@@ -100,8 +101,10 @@ public:
     // 0 top, 1 bottom, 2 front, 3 back, 4 left, 5 right, anything else oblique.
     void moveToView(int view);
     void setProjection(bool orthographic);
-    // Moves the rotation centre to the point and divides the distance by factor.
-    void zoom(const QelVector3d& point, float factor);
+    // Moves the rotation centre to the point and divides the distance by
+    // factor; false, changing nothing, when the new distance would leave
+    // [minDistance, maxDistance].
+    bool zoom(const QelVector3d& point, float factor, double minDistance, double maxDistance);
     void zoomFit();
     void setLightParameter(float power, const QelVector3d& direction);
     void setLightCoefficients(float ambient, float diffuse, float specular);
@@ -141,6 +144,7 @@ private:
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
     void rebuildBoundingBox();
+    void repairProjection();
     void fitIfOutOfView(const osg::BoundingSphere& bound);
     // Takes a newly built object: refuses it when unusable or too large,
     // otherwise colours it and adds it (after clearing when replace is set).

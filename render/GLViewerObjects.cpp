@@ -65,14 +65,14 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
     return id;
 }
 
-long GLViewer::addPointCloud(const QelPointCloud& cloud) {
+long GLViewer::addPointCloud(const QelPointCloud& cloud, bool replace) {
     const long id = ObjectIdCounter::take();
     auto object =
         std::make_unique<OSGPointCloud>(cloud, 0, static_cast<int>(id), useHeightColours_);
     object->applyDefaultColours();
     const QString line = QStringLiteral("  ") + tr("Data Type: Point Cloud") + " \t " +
                          tr("Number of Points: ") + QString::number(cloud.Length());
-    return adopt(std::move(object), false, {line});
+    return adopt(std::move(object), replace, {line});
 }
 
 namespace {
@@ -105,33 +105,24 @@ long GLViewer::displayRangeImage(const QelRangeImage& image) {
                  true, rangeImageInfo(image));
 }
 
-long GLViewer::addTriangleMesh(const QelTriangleMesh& mesh) {
+long GLViewer::addTriangleMesh(const QelTriangleMesh& mesh, bool replace) {
     const long id = ObjectIdCounter::take();
     auto object = std::make_unique<OSGTriangleMesh>(mesh, defaultMode_, static_cast<int>(id));
     object->applyDefaultColours();
     const QString line = QStringLiteral("  ") + tr("Data Type: Triangle Mesh") + " \t " +
                          tr("Number of Vertices: ") + QString::number(mesh.NumVertices()) + "\t " +
                          tr("Number of Faces: ") + QString::number(mesh.NumTriangles());
-    return adopt(std::move(object), false, {line});
+    return adopt(std::move(object), replace, {line});
 }
 
-long GLViewer::addImage(const QelImage& image) {
+long GLViewer::addImage(const QelImage& image, bool replace) {
     const long id = ObjectIdCounter::take();
     auto object =
         std::make_unique<OSGImage>(image, defaultMode_, static_cast<int>(id), samplingStep_);
     const QString line = QStringLiteral("  ") + tr("Data Type: Image2D") + " \t " +
                          tr("Image Size: ") +
                          QString("%1 x %2").arg(image.Width()).arg(image.Height());
-    return adopt(std::move(object), false, {line});
-}
-
-void GLViewer::clearAllRenderObjects() {
-    {
-        SceneLockGuard lock(osgWidget_);
-        registry_->clear();
-    }
-    setInfoText({QString()});
-    dataChanged();
+    return adopt(std::move(object), replace, {line});
 }
 
 long GLViewer::clearAllPointClouds() {

@@ -39,6 +39,7 @@ ViewerManipulator* GLViewer::ensureManipulator() {
 void GLViewer::setCamera(const QelVector3d& eye, const QelVector3d& centre, const QelVector3d& up) {
     if (ViewerManipulator* m = ensureManipulator())
         m->setLookAt(toVec(eye), toVec(centre), toVec(up));
+    repairProjection();
     requestRedraw();
 }
 
@@ -57,6 +58,7 @@ void GLViewer::getCamera(QelVector3d* eye, QelVector3d* centre, QelVector3d* up)
 
 void GLViewer::moveToView(int view) {
     if (ViewerManipulator* m = ensureManipulator()) m->moveToView(view);
+    repairProjection();
     requestRedraw();
 }
 
@@ -92,21 +94,26 @@ void GLViewer::setProjection(bool orthographic) {
     requestRedraw();
 }
 
-void GLViewer::zoom(const QelVector3d& point, float factor) {
+bool GLViewer::zoom(const QelVector3d& point, float factor, double minDistance,
+                    double maxDistance) {
     ViewerManipulator* m = ensureManipulator();
-    if (!m || !(factor > 0)) return;
+    if (!m || !(factor > 0)) return false;
     {
         SceneLockGuard lock(osgWidget_);
+        const double distance = m->getDistance() / factor;
+        if (!(distance >= minDistance && distance <= maxDistance)) return false;
         m->setCenter(toVec(point));
-        m->setDistance(m->getDistance() / factor);
+        m->setDistance(distance);
     }
     m->sendViewportChangedMsg();
     requestRedraw();
+    return true;
 }
 
 void GLViewer::zoomFit() {
     ViewerManipulator* m = ensureManipulator();
     if (!m) return;
+    repairProjection();
     {
         SceneLockGuard lock(osgWidget_);
         // Keeps the current direction; only centre and distance follow the scene.
@@ -118,6 +125,26 @@ void GLViewer::zoomFit() {
     }
     m->sendViewportChangedMsg();
     requestRedraw();
+}
+
+// A projection that went non-finite (a degenerate frame's near and far
+// values are written back into it) never recovers by itself: it is set back
+// to a plain perspective so a valid camera always shows the scene again.
+void GLViewer::repairProjection() {
+    osgViewer::Viewer* viewer = osgWidget_->viewer();
+    if (!viewer) return;
+    osg::Camera* camera = viewer->getCamera();
+    const osg::Matrixd& p = camera->getProjectionMatrix();
+    bool finite = true;
+    for (int i = 0; i < 16; ++i)
+        finite = finite && std::isfinite(p.ptr()[i]);
+    if (finite) return;
+    const osg::GraphicsContext* gc = camera->getGraphicsContext();
+    const double aspect = gc && gc->getTraits() && gc->getTraits()->height > 0
+                              ? double(gc->getTraits()->width) / gc->getTraits()->height
+                              : 1.0;
+    SceneLockGuard lock(osgWidget_);
+    camera->setProjectionMatrixAsPerspective(30.0, aspect, 1.0, 10000.0);
 }
 
 // New data in an empty scene keeps the camera when the camera already shows

@@ -58,5 +58,7 @@ double RangePixelReader::value(long long index) const {
 bool RangePixelReader::isValid(long long index) const {
     if (elementWidth_ == 0) return false;
     const double v = value(index);
-    return std::isfinite(v) && std::fabs(v - marker(dataType_)) > 1e-8;
+    // Heights are drawn in single precision: a sample beyond it is invalid.
+    return std::isfinite(v) && std::fabs(v - marker(dataType_)) > 1e-8 &&
+           std::fabs(v) <= static_cast<double>(FLT_MAX);
 }

@@ -445,6 +445,19 @@ TEST(RangeImageLoader, CsvRowsAndFailuresLeaveTargetAlone) {
     QelVar garbage = widePath(dir.write("g.png", std::string("\x89PNG\r\n\x1a\n garbage", 17)));
     EXPECT_NE(Qel3DFileOperation().Load(&img, garbage, true), 0);
     EXPECT_EQ(img.Height(), 3);
+
+    // The three-resolution form takes only finite, positive resolutions.
+    QelVar resolved = widePath(dir.write("r.csv", "1,2\n3,4\n"));
+    const double bad[] = {std::nan(""), 0.0, -1.0, INFINITY};
+    for (double r : bad) {
+        EXPECT_EQ(Qel3DFileOperation().Load(&img, resolved, r, 1.0, 1.0),
+                  QELMV::QEL_DATA_INVALID_ARGUMENT);
+        EXPECT_EQ(Qel3DFileOperation().Load(&img, resolved, 1.0, 1.0, r),
+                  QELMV::QEL_DATA_INVALID_ARGUMENT);
+    }
+    EXPECT_EQ(img.Height(), 3);
+    ASSERT_EQ(Qel3DFileOperation().Load(&img, resolved, 0.5, 0.25, 2.0), 0);
+    EXPECT_EQ(img.ResolutionZ(), 2.0);
 }
 
 TEST(FileOperation, PathsAndSuffixes) {

@@ -279,7 +279,12 @@ void Qel3DGraphicsPrivate::drawMessageText(const QelVar& text) {
 }
 
 void Qel3DGraphicsPrivate::moveMessageText(const QelPoint& position) {
-    message_->move(int(position.x), int(position.y));
+    // Clamped into the view before the conversion: a non-finite or huge
+    // double has no int value. NaN goes to 0.
+    auto inside = [](double v, int size) {
+        return v > 0 ? static_cast<int>(std::min(v, double(std::max(size - 1, 0)))) : 0;
+    };
+    message_->move(inside(position.x, viewer_->width()), inside(position.y, viewer_->height()));
 }
 
 long Qel3DGraphicsPrivate::setToolbarMask(long mask, bool visible) {

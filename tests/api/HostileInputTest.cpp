@@ -1,0 +1,157 @@
+// A hostile host: NaN, infinities, 1e38 and -FLT_MAX where numbers go,
+// degenerate cameras, refused data over a shown scene. Every call gets its
+// code, and after each group the window still draws a known cloud.
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+#include "ApiHost.h"
+
+using namespace QELMV;
+
+namespace {
+
+constexpr float kInf = std::numeric_limits<float>::infinity();
+const float kNaN = std::nanf("");
+const float kHostile[] = {kNaN, kInf, -kInf, 1e38f, -FLT_MAX};
+
+}  // namespace
+
+class HostileInput : public ::testing::Test {
+protected:
+    HostedWindow window;
+    long long h = window.handle;
+    QelPointCloud known = gridCloud(30, 0.1f, [](float x, float) { return x; });
+
+    void SetUp() override { ASSERT_GE(QelDisplayPointCloud(h, known), 1); }
+
+    // The window is still usable: the known cloud of 900 points, shown
+    // again and fitted, has nearly all its points on screen.
+    void expectStillDraws(const char* after) {
+        ASSERT_GE(QelDisplayPointCloud(h, known), 1) << after;
+        ASSERT_EQ(QelSetPerspective(h, QEL_3D_VIEW_TOP), 0) << after;
+        ASSERT_EQ(Qel3DZoomFitWnd(h), 0) << after;
+        Shot shot(h);
+        ASSERT_EQ(shot.status, 0) << after;
+        EXPECT_GT(shot.countUnlike(0, 0, 0), 800) << "nothing drawn after " << after;
+    }
+};
+
+TEST_F(HostileInput, RefusedDataLeavesTheSceneAsItWas) {
+    Shot before(h);
+    QelVector3dArray far(2);
+    far[0] = QelVector3d(0, 0, 0);
+    far[1] = QelVector3d(1e38f, 0, 0);
+    QelPointCloud tooWide;
+    tooWide.SetPoints(far);
+    EXPECT_EQ(QelDisplayPointCloud(h, tooWide), 11501006);
+    QelTriangleMesh mesh = squareMesh(1);
+    QelVector3dArray vertices = mesh.DeepCopyVertex();
+    vertices[2] = QelVector3d(0, -FLT_MAX, 0);
+    mesh.SetVertices(vertices);
+    EXPECT_EQ(QelDisplayTriangleMesh(h, mesh), 11501006);
+    Shot after(h);
+    ASSERT_EQ(after.status, 0) << "the scene was wiped";
+    EXPECT_EQ(after.countUnlike(0, 0, 0), before.countUnlike(0, 0, 0));
+}
+
+TEST_F(HostileInput, CameraAndZoomRefuseWhatWouldBreakTheView) {
+    QelVector3d centre(0, 0, 0), up(0, 1, 0), eye(0, 0, 10);
+    for (float v : kHostile) {
+        QelVector3d bad(v, 0, 1);
+        EXPECT_EQ(QelSetCamera(h, bad, centre, up), 11200002) << v;
+        EXPECT_EQ(QelSetCamera(h, eye, bad, up), 11200003) << v;
+        EXPECT_EQ(QelSetCamera(h, eye, centre, bad), 11200004) << v;
+        EXPECT_EQ(Qel3DZoom(h, bad, 2.0f), 11200002) << v;
+        EXPECT_EQ(Qel3DZoom(h, centre, v), 11200003) << v;
+    }
+    EXPECT_EQ(QelSetCamera(h, eye, eye, up), 11200003) << "eye on the centre";
+    QelVector3d along(0, 0, 5);
+    EXPECT_EQ(QelSetCamera(h, eye, centre, along), 11200004) << "up along the line of sight";
+    QelVector3d none(0, 0, 0);
+    EXPECT_EQ(QelSetCamera(h, eye, centre, none), 11200004);
+    for (float factor : {1e-38f, FLT_MIN, 1e-30f, 1e30f, FLT_MAX})
+        EXPECT_EQ(Qel3DZoom(h, centre, factor), 11200003) << factor;
+    EXPECT_EQ(Qel3DZoom(h, centre, 1.5f), 0);
+    for (float v : kHostile) {
+        QelVector3d direction(v, 0, -1);
+        const long status = QelSetLightParameter(h, 1.0f, direction);
+        // A huge but finite direction is only a direction.
+        EXPECT_EQ(status, std::isfinite(v) ? 0 : 11200003) << v;
+        EXPECT_EQ(QelSetLightParameter(h, v, direction), 11200002) << v;
+        EXPECT_EQ(QelSetLightParameter(h, v, 0.5f, 0.5f), 11200002) << v;
+    }
+    expectStillDraws("camera, zoom and light");
+}
+
+TEST_F(HostileInput, AValidCameraAlwaysBringsThePictureBack) {
+    // Far but accepted: the largest distances a host may set.
+    QelVector3d centre(0, 0, 0), up(0, 1, 0), remote(0, 0, 1e15f);
+    EXPECT_EQ(QelSetCamera(h, remote, centre, up), 0);
+    QelVector3d eye(0, 0, 10);
+    ASSERT_EQ(QelSetCamera(h, eye, centre, up), 0);
+    Shot shot(h);
+    EXPECT_GT(shot.countUnlike(0, 0, 0), 800);
+    expectStillDraws("a remote camera");
+}
+
+TEST_F(HostileInput, ArgumentsOutsideTheirRangeAreRefusedOrClamped) {
+    EXPECT_EQ(QelSetPerspective(h, Qel3DPerspective(-1)), 11200002);
+    EXPECT_EQ(QelSetPerspective(h, Qel3DPerspective(-2147483647 - 1)), 11200002);
+
+    QelVar text("label");
+    QelVector3d at(0, 0, 0);
+    QelColor colour(255, 0, 0, 255);
+    for (float size : {kNaN, kInf, -kInf, 0.0f, -1.0f})
+        EXPECT_EQ(QelDraw3DTextOverlay(h, text, at, size, colour), 11200004) << size;
+
+    for (double v : {double(kNaN), 1e300, -1e300, double(kInf)}) {
+        QelPoint where(v, v);
+        EXPECT_EQ(QelDrawMessageText(h, text, where), 0) << v;
+    }
+
+    QelColor loud(300, -20, 1000, 999);
+    ASSERT_EQ(QelSet3DTextPen(h, loud, 12), 0);
+    QelColor pen;
+    long size = 0;
+    ASSERT_EQ(QelGet3DTextPen(h, &pen, &size), 0);
+    EXPECT_EQ(pen.r, 255);
+    EXPECT_EQ(pen.g, 0);
+    EXPECT_EQ(pen.b, 255);
+
+    const long id = QelAdd3DRenderObject(h, known);
+    for (double v : {double(kNaN), double(kInf), -1e300}) {
+        QelMatrix4 m;
+        m.SetValue(0, 3, v);
+        EXPECT_EQ(QelSetObjectModelMatrix(h, id, m), 11100009) << v;
+    }
+    expectStillDraws("text, pen, matrices");
+}
+
+TEST_F(HostileInput, CreationWithoutAPlaceForTheHandleCreatesNothing) {
+    XHostWindow host;
+    EXPECT_EQ(QelCreate3DWnd(host.id(), nullptr), 11200002);
+    EXPECT_EQ(QelCreate3DWnd(host.id(), 0, 0, 100, 100, nullptr), 11200006);
+    unsigned long id = static_cast<unsigned long>(host.id());
+    EXPECT_EQ(QelCreate3DWnd(static_cast<void*>(&id), nullptr), 11200002);
+    pumpEvents();
+    EXPECT_TRUE(host.children().empty()) << "a window nobody can address was made";
+}
+
+TEST_F(HostileInput, RangeImagesWithHeightsBeyondSinglePrecisionDrawTheRest) {
+    QelRangeImage image;
+    image.SetSize(40, 40, QEL_64F);
+    auto* samples = reinterpret_cast<double*>(image.Data());
+    for (int i = 0; i < 40 * 40; ++i)
+        samples[i] = (i % 40) * 0.05;
+    samples[5] = 1e300;
+    samples[77] = DBL_MAX;
+    samples[300] = -1e300;
+    ASSERT_EQ(QelSetSamplingRatio(h, 1), 0);
+    ASSERT_GE(QelDisplayRangeImage(h, image), 1);
+    ASSERT_EQ(Qel3DZoomFitWnd(h), 0);
+    Shot shot(h);
+    EXPECT_GT(shot.countUnlike(0, 0, 0), 2000) << "the whole image vanished";
+}
