@@ -42,6 +42,7 @@ long checkMesh(const QelTriangleMesh& mesh) {
 }  // namespace
 
 long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, false)) return status;
@@ -49,6 +50,7 @@ long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
 }
 
 long QelDisplayRangeImage(long long window, QelRangeImage& image) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
@@ -56,6 +58,7 @@ long QelDisplayRangeImage(long long window, QelRangeImage& image) {
 }
 
 long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
@@ -63,6 +66,7 @@ long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
 }
 
 long QelDisplay2DImage(long long window, QelImage& image) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
@@ -71,6 +75,7 @@ long QelDisplay2DImage(long long window, QelImage& image) {
 }
 
 long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, true)) return status;
@@ -78,6 +83,7 @@ long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
 }
 
 long QelAdd3DRenderObject(long long window, QelRangeImage& image) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
@@ -85,6 +91,7 @@ long QelAdd3DRenderObject(long long window, QelRangeImage& image) {
 }
 
 long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
@@ -93,6 +100,7 @@ long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
 
 long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position, float size,
                           QelColor& colour) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (text.ValType() != QEL_VAR_STRING && text.ValType() != QEL_VAR_WSTRING)
@@ -103,54 +111,63 @@ long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position,
 }
 
 long QelClear3DScene(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearScene();
 }
 
 long QelClearRenderObject(long long window, long id) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearRenderObject(id);
 }
 
 long QelClearAllPointCloud(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllPointClouds();
 }
 
 long QelClearAllRangeImage(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllRangeImages();
 }
 
 long QelClearAllTriangleMesh(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllTriangleMeshes();
 }
 
 long QelClear3DTextOverlay(long long window, long id) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeTextOverlay(id);
 }
 
 long QelClearAll3DTextOverlay(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeAllTextOverlays();
 }
 
 long QelSetObjectVisible(long long window, long id, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->setObjectVisible(id, visible);
 }
 
 long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!Qel3DAxisTransform().IsPoseMatrix(matrix) || !QelArguments::usableTranslation(matrix))
@@ -159,12 +176,14 @@ long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
 }
 
 long QelSetRenderColor(long long window, long id, QelColorArray& colours) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->setRenderColor(id, colours);
 }
 
 long QelSetRenderLineWidth(long long window, long id, float width) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!(width > 0.0f && width <= 10.0f)) return QelStatus::argument(3);
@@ -172,6 +191,7 @@ long QelSetRenderLineWidth(long long window, long id, float width) {
 }
 
 long QelSet3DElementSize(long long window, long id, int size) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (size < 1) return QelStatus::argument(3);
@@ -184,6 +204,7 @@ constexpr int kPrimitiveMode[] = {0, 1, 4};
 }  // namespace
 
 long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(3);
@@ -191,6 +212,7 @@ long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state
 }
 
 long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(2);
@@ -199,6 +221,7 @@ long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) {
 }
 
 long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<int>(mode) >= 2) return QelStatus::argument(3);
@@ -206,6 +229,7 @@ long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) 
 }
 
 long QelSetDefaultLUT(long long window, int table) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(table) > 6) return QelStatus::argument(2);
@@ -214,6 +238,7 @@ long QelSetDefaultLUT(long long window, int table) {
 }
 
 long QelSetSamplingRatio(long long window, int ratio) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (ratio < 0) return QelStatus::argument(2);
@@ -222,6 +247,7 @@ long QelSetSamplingRatio(long long window, int ratio) {
 }
 
 long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!plane.IsValid()) return QelStatus::kClipPlaneInvalid;

@@ -32,5 +32,6 @@ constexpr long kNoRenderObject = 11501008;
 constexpr long kLassoTooShort = 11501009;
 constexpr long kStreamBufferMissing = 11501014;
 constexpr long kUnknownWindow = 11504001;
+constexpr long kWrongThread = 11504002;
 constexpr long kNotAWindow = 11504103;
 }  // namespace QelStatus

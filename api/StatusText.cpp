@@ -40,6 +40,7 @@ const StatusText kTexts[] = {
     {QelStatus::kLassoTooShort, "the lasso has too few points"},
     {QelStatus::kStreamBufferMissing, "the stream's colour buffer is null"},
     {QelStatus::kUnknownWindow, "unknown window handle"},
+    {QelStatus::kWrongThread, "called from a thread other than the GUI thread"},
     {QelStatus::kNotAWindow, "the parent handle is not a window"},
     {QEL_DATA_INVALID_ARGUMENT, "invalid argument (no target, no path, or a bad value)"},
     {QEL_DATA_FILE_NOT_READABLE, "the file cannot be read or is not a regular file"},

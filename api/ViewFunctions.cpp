@@ -35,6 +35,7 @@ struct Vec {
 }  // namespace
 
 long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVector3d& up) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!usablePoint(eye)) return QelStatus::argument(2);
@@ -49,6 +50,7 @@ long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVe
 }
 
 long QelGetCamera(long long window, QelVector3d* eye, QelVector3d* centre, QelVector3d* up) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->getCamera(eye, centre, up);
@@ -56,6 +58,7 @@ long QelGetCamera(long long window, QelVector3d* eye, QelVector3d* centre, QelVe
 }
 
 long QelSetPerspective(long long window, Qel3DPerspective perspective) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(perspective) >= 7) return QelStatus::argument(2);
@@ -64,6 +67,7 @@ long QelSetPerspective(long long window, Qel3DPerspective perspective) {
 }
 
 long QelSetProjection(long long window, bool orthographic) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->setProjection(orthographic);
@@ -71,6 +75,7 @@ long QelSetProjection(long long window, bool orthographic) {
 }
 
 long Qel3DZoom(long long window, QelVector3d& point, float factor) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     // An invalid centre or a distance out of bounds would leave the camera
@@ -82,6 +87,7 @@ long Qel3DZoom(long long window, QelVector3d& point, float factor) {
 }
 
 long Qel3DZoomFitWnd(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     v->zoomFit();
@@ -89,6 +95,7 @@ long Qel3DZoomFitWnd(long long window) {
 }
 
 long QelSetLightState(long long window, bool on) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     w->setLightState(on);
@@ -96,6 +103,7 @@ long QelSetLightState(long long window, bool on) {
 }
 
 long QelSetLightParameter(long long window, float power, QelVector3d& direction) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!(power > 0.0f && power <= 10.0f)) return QelStatus::argument(2);
@@ -111,6 +119,7 @@ long QelSetLightParameter(long long window, float power, QelVector3d& direction)
 }
 
 long QelSetLightParameter(long long window, float ambient, float diffuse, float specular) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!inUnitRange(ambient)) return QelStatus::argument(2);
@@ -121,6 +130,7 @@ long QelSetLightParameter(long long window, float ambient, float diffuse, float 
 }
 
 long QelSet3DBackgroundColor(long long window, QelColor& colour) {
+    QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     const QelColor c = QelArguments::clampedColour(colour);

@@ -60,6 +60,7 @@ long createInNativeWindow(unsigned long id, long long* out) {
 }  // namespace
 
 long QelCreate3DWnd(long long parent, long long* window) {
+    QEL_ON_GUI_THREAD_ONLY();
     // Without a place for the handle nobody could address or destroy it.
     if (!window) return QelStatus::argument(2);
     WindowRegistry::ensureApplication();
@@ -71,6 +72,7 @@ long QelCreate3DWnd(long long parent, long long* window) {
 }
 
 long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, long long* window) {
+    QEL_ON_GUI_THREAD_ONLY();
     if (long status = checkRectangle(left, top, right, bottom)) return status;
     if (!window) return QelStatus::argument(6);
     long long handle = 0;
@@ -81,6 +83,7 @@ long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, 
 }
 
 long QelCreate3DWnd(void* parent, long long* window) {
+    QEL_ON_GUI_THREAD_ONLY();
     if (!window) return QelStatus::argument(2);
     const bool hostApplication = WindowRegistry::hostOwnsApplication();
     WindowRegistry::ensureApplication();
@@ -90,6 +93,7 @@ long QelCreate3DWnd(void* parent, long long* window) {
 }
 
 long QelMove3DWnd(long long window, int left, int top, int right, int bottom) {
+    QEL_ON_GUI_THREAD_ONLY();
     if (long status = checkRectangle(left, top, right, bottom)) return status;
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
@@ -98,6 +102,7 @@ long QelMove3DWnd(long long window, int left, int top, int right, int bottom) {
 }
 
 long QelDestory3DWnd(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (w->parentIsToolkitWidget()) {
@@ -113,6 +118,7 @@ long QelDestory3DWnd(long long window) {
 }
 
 long QelSet3DWndNumber(long long window, int number, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (number < 1 || number > 99999) return QelStatus::argument(2);
@@ -121,6 +127,7 @@ long QelSet3DWndNumber(long long window, int number, bool visible) {
 }
 
 long QelDrawMessageText(long long window, QelVar& text) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (text.ValType() < 0 || text.ValType() > 3) return QelStatus::argument(2);
@@ -129,6 +136,7 @@ long QelDrawMessageText(long long window, QelVar& text) {
 }
 
 long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (text.ValType() < 0 || text.ValType() > 3) return QelStatus::argument(2);
@@ -138,12 +146,14 @@ long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) {
 }
 
 long QelSet3DToolbarVisible(long long window, long mask, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     return w->setToolbarMask(mask, visible);
 }
 
 long QelSet3DToolbarVisible(long long window, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     w->setToolbarVisible(visible);
@@ -151,6 +161,7 @@ long QelSet3DToolbarVisible(long long window, bool visible) {
 }
 
 long QelSet3DStatusbarVisible(long long window, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     w->setStatusbarVisible(visible);
@@ -158,6 +169,7 @@ long QelSet3DStatusbarVisible(long long window, bool visible) {
 }
 
 long QelSet3DStatusbarLogLevel(long long window, int level) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(level) > 1) return QelStatus::argument(2);
@@ -166,6 +178,7 @@ long QelSet3DStatusbarLogLevel(long long window, int level) {
 }
 
 long QelSet3DTextPen(long long window, QelColor& colour, long size) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (size <= 0) return QelStatus::argument(3);
@@ -174,6 +187,7 @@ long QelSet3DTextPen(long long window, QelColor& colour, long size) {
 }
 
 long QelGet3DTextPen(long long window, QelColor* colour, long* size) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     w->viewer()->getTextPen(colour, size);
@@ -181,12 +195,14 @@ long QelGet3DTextPen(long long window, QelColor* colour, long* size) {
 }
 
 long Qel3DScreenShot(long long window, QelImage* image) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     return w->screenShot(image);
 }
 
 long QelRegisterSelectPointEvent(long long window, QelSelectPointEvent callback, void* user) {
+    QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     w->registerSelectPoint(window, callback, user);

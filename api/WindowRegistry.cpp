@@ -1,5 +1,8 @@
 #include "WindowRegistry.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 #include <QApplication>
 #include <algorithm>
 
@@ -51,4 +54,9 @@ void WindowRegistry::releaseApplication() {
     delete application_;
     application_ = nullptr;
     libraryCreated_ = false;
+}
+
+bool WindowRegistry::onGuiThread() {
+    const QCoreApplication* app = QCoreApplication::instance();
+    return !app || QThread::currentThread() == app->thread();
 }

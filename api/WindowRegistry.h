@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "StatusCodes.h"
+
 class GLViewer;
 class QApplication;
 class Qel3DGraphicsPrivate;
@@ -28,9 +30,19 @@ public:
     static bool hostOwnsApplication();
     // Deletes the library's application once the last window is gone.
     static void releaseApplication();
+    // Whether the caller runs on the application object's thread (or no
+    // application exists yet). Widgets and GL contexts belong to that thread.
+    static bool onGuiThread();
 
 private:
     static std::vector<long long>& handles();
     static inline QApplication* application_ = nullptr;
     static inline bool libraryCreated_ = false;
 };
+
+// First line of every exported function: widgets and the GL context belong
+// to the GUI thread, so a call from any other changes nothing.
+#define QEL_ON_GUI_THREAD_ONLY()                                            \
+    do {                                                                    \
+        if (!WindowRegistry::onGuiThread()) return QelStatus::kWrongThread; \
+    } while (false)

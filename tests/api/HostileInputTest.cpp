@@ -6,6 +6,8 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
+#include <thread>
+#include <vector>
 
 #include "ApiHost.h"
 
@@ -25,11 +27,19 @@ protected:
     long long h = window.handle;
     QelPointCloud known = gridCloud(30, 0.1f, [](float x, float) { return x; });
 
-    void SetUp() override { ASSERT_GE(QelDisplayPointCloud(h, known), 1); }
+    void SetUp() override {
+        ASSERT_EQ(window.created, 0);
+        const long id = QelDisplayPointCloud(h, known);
+        ASSERT_TRUE(id >= 1 && id < 11000000) << id;
+    }
 
     // The window is still usable: the known cloud of 900 points, shown
     // again and fitted, has nearly all its points on screen.
     void expectStillDraws(const char* after) {
+        // Unlit, in the bright default table: the colours of other tests'
+        // tables and of the light set above do not count here.
+        ASSERT_EQ(QelSetLightState(h, false), 0);
+        ASSERT_EQ(QelSetDefaultLUT(h, 5), 0);
         ASSERT_GE(QelDisplayPointCloud(h, known), 1) << after;
         ASSERT_EQ(QelSetPerspective(h, QEL_3D_VIEW_TOP), 0) << after;
         ASSERT_EQ(Qel3DZoomFitWnd(h), 0) << after;
@@ -150,8 +160,37 @@ TEST_F(HostileInput, RangeImagesWithHeightsBeyondSinglePrecisionDrawTheRest) {
     samples[77] = DBL_MAX;
     samples[300] = -1e300;
     ASSERT_EQ(QelSetSamplingRatio(h, 1), 0);
+    ASSERT_EQ(QelSetLightState(h, false), 0);
+    ASSERT_EQ(QelSetDefaultLUT(h, 5), 0);
     ASSERT_GE(QelDisplayRangeImage(h, image), 1);
     ASSERT_EQ(Qel3DZoomFitWnd(h), 0);
     Shot shot(h);
     EXPECT_GT(shot.countUnlike(0, 0, 0), 2000) << "the whole image vanished";
+}
+
+TEST_F(HostileInput, CallsFromAnotherThreadAreRefusedAndChangeNothing) {
+    Shot before(h);
+    QelPointCloud other = gridCloud(5, 1, [](float, float) { return 1.0f; });
+    std::vector<long> codes;
+    XHostWindow host;
+    std::thread worker([&] {
+        QelImage picture;
+        codes.push_back(Qel3DScreenShot(h, &picture));
+        codes.push_back(QelDisplayPointCloud(h, other));
+        codes.push_back(QelAdd3DRenderObject(h, other));
+        codes.push_back(QelClear3DScene(h));
+        codes.push_back(QelSetPerspective(h, QEL_3D_VIEW_LEFT));
+        codes.push_back(Qel3DZoomFitWnd(h));
+        codes.push_back(QelDestory3DWnd(h));
+        long long made = 0;
+        codes.push_back(QelCreate3DWnd(host.id(), &made));
+    });
+    worker.join();
+    for (long code : codes)
+        EXPECT_EQ(code, 11504002);
+    EXPECT_STREQ(QelGetStatusText(11504002), "called from a thread other than the GUI thread");
+    Shot after(h);
+    ASSERT_EQ(after.status, 0);
+    EXPECT_EQ(after.countUnlike(0, 0, 0), before.countUnlike(0, 0, 0));
+    expectStillDraws("calls from a worker thread");
 }
