@@ -2,9 +2,12 @@
 
 #include <osg/CopyOp>
 
+#include "TextLimit.h"
+
 TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const std::wstring& text,
                          const osg::Vec3& position, float size, const osg::Vec4& colour)
-    : text_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)),
+    : fullText_(text),
+      text_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)),
       geode_(new osg::Geode),
       id_(id) {
     text_->setCharacterSize(size);
@@ -18,6 +21,6 @@ TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const 
     // several glyph textures (CJK fonts) crashes in the GL driver.
     text_->setUseVertexArrayObject(false);
     text_->getOrCreateStateSet()->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
-    text_->setText(text.c_str());
+    text_->setText(laidOutText(text).c_str());
     geode_->addDrawable(text_.get());
 }

@@ -16,8 +16,11 @@ public:
     unsigned int id() const { return id_; }
     osg::Geode* geode() const { return geode_.get(); }
     osgText::Text* text() const { return text_.get(); }
+    // The host's text, whole; what is drawn is cut to kMaxLaidOutCharacters.
+    const std::wstring& fullText() const { return fullText_; }
 
 private:
+    std::wstring fullText_;
     osg::ref_ptr<osgText::Text> text_;
     osg::ref_ptr<osg::Geode> geode_;
     unsigned int id_;

@@ -27,6 +27,7 @@
 #include "QelVector3d.h"
 #include "ShaderADS.h"
 #include "StatusCodes.h"
+#include "TextLimit.h"
 #include "ViewerManipulator.h"
 
 namespace {
@@ -261,18 +262,19 @@ void Qel3DGraphicsPrivate::slt_setNumLabelVisible(bool visible) {
 void Qel3DGraphicsPrivate::drawMessageText(const QelVar& text) {
     switch (text.ValType()) {
         case QEL_VAR_STRING:
-            message_->setText(QString::fromStdWString(GbkText::toWide(text.S())));
+            messageText_ = QString::fromStdWString(GbkText::toWide(text.S()));
             break;
         case QEL_VAR_WSTRING:
-            message_->setText(QString::fromWCharArray(text.WS()));
+            messageText_ = QString::fromWCharArray(text.WS());
             break;
         case QEL_VAR_DOUBLE:
-            message_->setText(QString::number(text.D(), 'g', 6));
+            messageText_ = QString::number(text.D(), 'g', 6);
             break;
         default:
-            message_->setText(QString::number(text.L()));
+            messageText_ = QString::number(text.L());
             break;
     }
+    message_->setText(laidOutText(messageText_));
     message_->adjustSize();
     message_->raise();
     message_->show();

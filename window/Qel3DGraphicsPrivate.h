@@ -35,6 +35,8 @@ public:
     QAction* action(const QString& text) const;
     QLabel* numberBadge() const { return badge_; }
     QLabel* messageLabel() const { return message_; }
+    // The host's message, whole; the label shows at most kMaxLaidOutCharacters.
+    const QString& messageText() const { return messageText_; }
     QLabel* statusLabel() const { return status_; }
 
     void setWindowNumber(int number, bool visible);
@@ -114,6 +116,7 @@ private:
     QActionGroup* viewGroup_ = nullptr;
     QList<QAction*> actions_;
     QStringList statusLines_;
+    QString messageText_;
     int logLevel_ = 0;
     std::unique_ptr<SelectPointRecord> selectPoint_;
 };

@@ -194,3 +194,21 @@ TEST_F(HostileInput, CallsFromAnotherThreadAreRefusedAndChangeNothing) {
     EXPECT_EQ(after.countUnlike(0, 0, 0), before.countUnlike(0, 0, 0));
     expectStillDraws("calls from a worker thread");
 }
+
+TEST_F(HostileInput, HugeTextsAreLaidOutOnlyUpToTheCap) {
+    const std::string huge(16 * 1024 * 1024, 'x');
+    QelVar text(huge.c_str());
+    ASSERT_EQ(QelDrawMessageText(h, text), 0);
+    QelVector3d at(0, 0, 0);
+    QelColor colour(255, 255, 0, 255);
+    ASSERT_GE(QelDraw3DTextOverlay(h, text, at, 1.0f, colour), 1);
+    QLabel* message = nullptr;
+    for (QLabel* label : windowWidget(h)->findChildren<QLabel*>())
+        if (label->text().startsWith("xxxx")) message = label;
+    ASSERT_NE(message, nullptr);
+    EXPECT_EQ(message->text().size(), 4096 + 1);
+    EXPECT_TRUE(message->text().endsWith(QChar(0x2026)));
+    Shot shot(h);  // lays out the overlay; megabytes would take seconds a frame
+    EXPECT_EQ(shot.status, 0);
+    expectStillDraws("huge texts");
+}

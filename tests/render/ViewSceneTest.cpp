@@ -7,6 +7,7 @@
 #include "QelVar.h"
 #include "QelVector3d.h"
 #include "RenderTestScene.h"
+#include "TextOverlay.h"
 
 TEST(ViewScene, ClearColourIsTheBackgroundColour) {
     GLViewer view;
@@ -73,4 +74,15 @@ TEST(ViewScene, ManyViewsComeAndGo) {
         view->addTextOverlay(QelVar("x"), QelVector3d(0, 0, 0), 1.0f, QelColor(255, 255, 255, 255));
         EXPECT_EQ(view->grabFrame().size(), QSize(64, 64));
     }
+}
+
+TEST(TextOverlay, KeepsTheHostsTextWholeButLaysOutOnlyTheCap) {
+    osg::ref_ptr<osgText::Text> text = new osgText::Text;
+    const osgText::Text& prototype = *text;
+    const std::wstring longText(10000, L'a');
+    TextOverlay overlay(prototype, 1, longText, osg::Vec3(), 1.0f, osg::Vec4(1, 1, 1, 1));
+    EXPECT_EQ(overlay.fullText(), longText);
+    EXPECT_EQ(overlay.text()->getText().size(), 4096u + 1);
+    TextOverlay shortOne(prototype, 2, L"short", osg::Vec3(), 1.0f, osg::Vec4(1, 1, 1, 1));
+    EXPECT_EQ(shortOne.text()->getText().size(), 5u);
 }
