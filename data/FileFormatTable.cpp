@@ -66,6 +66,26 @@ std::string FileFormatTable::formatOfContent(const std::uint8_t* head, std::size
     return std::string();
 }
 
+bool FileFormatTable::plausibleStart(const std::string& format, const std::uint8_t* head,
+                                     std::size_t headSize, std::uint64_t fileSize) {
+    const bool noNul = std::find(head, head + headSize, 0) == head + headSize;
+    if (format == "ply") return startsWith(head, headSize, "ply");
+    if (format == "pcd") {
+        // A text header, though binary data may follow it within the head.
+        const std::uint8_t* end = std::find(head, head + headSize, '\n');
+        return headSize > 0 && std::find(head, end, 0) == end;
+    }
+    if (format == "stl") {
+        if (startsWith(head, headSize, "solid")) return true;
+        std::uint32_t count = 0;
+        if (headSize >= 84) std::memcpy(&count, head + 80, 4);
+        return count > 0 || StlReader::isBinaryBySize(head, headSize, fileSize);
+    }
+    if (format == "image") return ImageRangeReader::hasImageSignature(head, headSize);
+    // Text formats: xyz and its kin, obj, off, csv.
+    return noNul;
+}
+
 FileFormatTable::RangeReader FileFormatTable::rangeReader(const std::string& suffix) {
     if (suffix == "csv") return readCsv;
     return ImageRangeReader::read;

@@ -25,7 +25,13 @@ public:
     // is the whole file's, for the binary STL size rule.
     static std::string formatOfContent(const std::uint8_t* head, std::size_t headSize,
                                        std::uint64_t fileSize);
-    // How many first bytes formatOfContent needs.
+    // Whether a file of this format (a geometry suffix, "csv", or "image"
+    // for the four image formats) can begin with these bytes: text formats
+    // hold no NUL byte, PLY begins with "ply", images with their signature,
+    // ... A file that cannot is refused before the rest of it is read.
+    static bool plausibleStart(const std::string& format, const std::uint8_t* head,
+                               std::size_t headSize, std::uint64_t fileSize);
+    // How many first bytes formatOfContent and plausibleStart need.
     static constexpr std::size_t kHeadSize = 128;
 };
 

@@ -54,10 +54,12 @@ std::uint8_t channelByte(T v) {
             (static_cast<long long>(v) - std::numeric_limits<T>::min()) >> (8 * sizeof(T) - 8));
 }
 
+}  // namespace
+
 // Only these four codecs are ever handed a file. The image library would
 // otherwise pick any decoder it was built with by content, and some of them
 // (the DICOM one among them) abort the process on malformed input.
-bool knownSignature(const std::uint8_t* d, std::size_t n) {
+bool ImageRangeReader::hasImageSignature(const std::uint8_t* d, std::size_t n) {
     auto starts = [&](const char* magic, std::size_t len) {
         return n >= len && std::memcmp(d, magic, len) == 0;
     };
@@ -65,12 +67,10 @@ bool knownSignature(const std::uint8_t* d, std::size_t n) {
            starts("BM", 2) || starts("\xff\xd8\xff", 3);
 }
 
-}  // namespace
-
 long ImageRangeReader::read(const std::uint8_t* data, std::size_t size, bool withColors,
                             QelRangeImage& out) {
     if (size == 0 || size > static_cast<std::size_t>(INT_MAX)) return QEL_DATA_FILE_MALFORMED;
-    if (!knownSignature(data, size)) return QEL_DATA_FORMAT_UNSUPPORTED;
+    if (!hasImageSignature(data, size)) return QEL_DATA_FORMAT_UNSUPPORTED;
     cv::Mat mat;
     try {
         const cv::Mat buffer(1, static_cast<int>(size), CV_8U, const_cast<std::uint8_t*>(data));

@@ -16,6 +16,8 @@ class ImageRangeReader {
 public:
     static long read(const std::uint8_t* data, std::size_t size, bool withColors,
                      QelRangeImage& out);
+    // Whether the first bytes are those of a PNG, TIFF, BMP or JPEG file.
+    static bool hasImageSignature(const std::uint8_t* head, std::size_t size);
 };
 
 }  // namespace qel

@@ -16,14 +16,22 @@ namespace {
 
 using qel::FileFormatTable;
 
-// The suffix of the reader to use: the format the file's first bytes name
-// when they name one this target can be read from, else the file's own.
-std::string formatToRead(const std::string& file, FileFormatTable::Target target) {
-    const std::string suffix = qel::lowerSuffix(file);
+// A file's first bytes and its size.
+struct FileStart {
     std::vector<std::uint8_t> head;
     std::uint64_t size = 0;
-    if (!qel::readFileHead(file, FileFormatTable::kHeadSize, head, size)) return suffix;
-    const std::string named = FileFormatTable::formatOfContent(head.data(), head.size(), size);
+    bool read(const std::string& file) {
+        return qel::readFileHead(file, FileFormatTable::kHeadSize, head, size);
+    }
+};
+
+// The suffix of the reader to use: the format the file's first bytes name
+// when they name one this target can be read from, else the file's own.
+std::string formatToRead(const std::string& file, const FileStart& start,
+                         FileFormatTable::Target target) {
+    const std::string suffix = qel::lowerSuffix(file);
+    const std::string named =
+        FileFormatTable::formatOfContent(start.head.data(), start.head.size(), start.size);
     if (named.empty() || named == suffix || !FileFormatTable::geometryReader(named, target))
         return suffix;
     qCDebug(qelLog) << file.c_str() << "is read as" << named.c_str() << "(its content), not as"
@@ -31,16 +39,31 @@ std::string formatToRead(const std::string& file, FileFormatTable::Target target
     return named;
 }
 
+// Reads the whole file, once its first bytes show it can be of the format:
+// a file that obviously is not (a large file of zero bytes given as text)
+// is refused without reading the rest.
+long readWhole(const std::string& file, const FileStart& start, const std::string& format,
+               std::vector<std::uint8_t>& bytes) {
+    if (!FileFormatTable::plausibleStart(format, start.head.data(), start.head.size(), start.size))
+        return QEL_DATA_FILE_MALFORMED;
+    return qel::readFileBytes(file, bytes) ? QEL_DATA_OK : QEL_DATA_FILE_NOT_READABLE;
+}
+
 long readGeometry(QelVar& path, FileFormatTable::Target target, qel::GeometryData& g) {
     const std::string file = qel::pathFromVar(path);
     if (file.empty()) return QEL_DATA_INVALID_ARGUMENT;
+    FileStart start;
+    if (!start.read(file))
+        return FileFormatTable::geometryReader(qel::lowerSuffix(file), target)
+                   ? QEL_DATA_FILE_NOT_READABLE
+                   : QEL_DATA_FORMAT_UNSUPPORTED;
     qel::ReadOptions options;
-    options.suffix = formatToRead(file, target);
+    options.suffix = formatToRead(file, start, target);
     options.faces = target == FileFormatTable::Target::Mesh;
     const qel::GeometryReader reader = FileFormatTable::geometryReader(options.suffix, target);
     if (!reader) return QEL_DATA_FORMAT_UNSUPPORTED;
     std::vector<std::uint8_t> bytes;
-    if (!qel::readFileBytes(file, bytes)) return QEL_DATA_FILE_NOT_READABLE;
+    if (long status = readWhole(file, start, options.suffix, bytes)) return status;
     const long status = reader(bytes.data(), bytes.size(), options, g);
     if (status != QEL_DATA_OK) return status;
     if (g.vertexCount() > static_cast<std::size_t>(INT_MAX)) return QEL_DATA_TOO_LARGE;
@@ -115,11 +138,15 @@ long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, bool withColo
     if (!target) return QEL_DATA_INVALID_ARGUMENT;
     const std::string file = qel::pathFromVar(path);
     if (file.empty()) return QEL_DATA_INVALID_ARGUMENT;
+    const std::string suffix = qel::lowerSuffix(file);
     std::vector<std::uint8_t> bytes;
-    if (!qel::readFileBytes(file, bytes)) return QEL_DATA_FILE_NOT_READABLE;
+    FileStart start;
+    if (!start.read(file)) return QEL_DATA_FILE_NOT_READABLE;
+    if (long status = readWhole(file, start, suffix == "csv" ? "csv" : "image", bytes))
+        return status;
     QelRangeImage image;
-    const long status = FileFormatTable::rangeReader(qel::lowerSuffix(file))(
-        bytes.data(), bytes.size(), withColors, image);
+    const long status =
+        FileFormatTable::rangeReader(suffix)(bytes.data(), bytes.size(), withColors, image);
     if (status != QEL_DATA_OK) return status;
     *target = std::move(image);
     return QEL_DATA_OK;

@@ -2,9 +2,13 @@
 // allow, and on truncated or garbage input.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cfloat>
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
@@ -458,6 +462,52 @@ TEST(RangeImageLoader, CsvRowsAndFailuresLeaveTargetAlone) {
     EXPECT_EQ(img.Height(), 3);
     ASSERT_EQ(Qel3DFileOperation().Load(&img, resolved, 0.5, 0.25, 2.0), 0);
     EXPECT_EQ(img.ResolutionZ(), 2.0);
+}
+
+TEST(FileOperation, PipesAndObviouslyWrongFilesAreRefusedWithoutReadingThem) {
+    TempDir dir;
+    // A named pipe nobody writes to: opening it for reading would block.
+    for (const char* name : {"pipe.xyz", "pipe.stl", "pipe.png"}) {
+        const std::string fifo = dir.file(name);
+        ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+        QelVar p = widePath(fifo);
+        QelPointCloud cloud;
+        QelTriangleMesh mesh;
+        QelRangeImage image;
+        // Refused at once: unreadable, or (a mesh from .xyz) not a format of the target.
+        for (long status : {Qel3DFileOperation().Load(&cloud, p, true, true),
+                            Qel3DFileOperation().Load(&mesh, p, true, true),
+                            Qel3DFileOperation().Load(&image, p, true)})
+            EXPECT_TRUE(status == QELMV::QEL_DATA_FILE_NOT_READABLE ||
+                        status == QELMV::QEL_DATA_FORMAT_UNSUPPORTED)
+                << name << " " << status;
+    }
+    // A sparse 64 GB file of zero bytes: refused from its first bytes (read
+    // whole, it could not even be allocated).
+    for (const char* name : {"zeros.xyz", "zeros.ply", "zeros.stl", "zeros.obj", "zeros.off",
+                             "zeros.pcd", "zeros.csv", "zeros.png"}) {
+        const std::string path = dir.file(name);
+        std::ofstream(path).close();
+        ASSERT_EQ(::truncate(path.c_str(), 64ll << 30), 0);
+        QelVar p = widePath(path);
+        QelPointCloud cloud;
+        QelTriangleMesh mesh;
+        QelRangeImage image;
+        const std::string suffix = std::string(name).substr(6);
+        if (suffix == "csv" || suffix == "png") {
+            EXPECT_EQ(Qel3DFileOperation().Load(&image, p, true), QELMV::QEL_DATA_FILE_MALFORMED)
+                << name;
+        } else {
+            const long cloudStatus = Qel3DFileOperation().Load(&cloud, p, true, true);
+            const long meshStatus = Qel3DFileOperation().Load(&mesh, p, true, true);
+            EXPECT_TRUE(cloudStatus == QELMV::QEL_DATA_FILE_MALFORMED ||
+                        cloudStatus == QELMV::QEL_DATA_FORMAT_UNSUPPORTED)
+                << name << " " << cloudStatus;
+            EXPECT_TRUE(meshStatus == QELMV::QEL_DATA_FILE_MALFORMED ||
+                        meshStatus == QELMV::QEL_DATA_FORMAT_UNSUPPORTED)
+                << name << " " << meshStatus;
+        }
+    }
 }
 
 TEST(FileOperation, PathsAndSuffixes) {
