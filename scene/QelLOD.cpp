@@ -28,6 +28,14 @@ int cvTypeOf(int dataType) {
             return CV_64F;
     }
 }
+// Samples along an axis of n pixels taken every s pixels: n / s rounded
+// down, in exact integer arithmetic. A single-precision quotient gives the
+// same wherever it is exact, but rounds 16,777,219 up to 16,777,220 and so
+// would read past the source's last row.
+int sampledCount(int n, int s) {
+    return n / s;
+}
+
 }  // namespace
 
 QelLOD::QelLOD(const QelRangeImage& image) : lod_(new osg::LOD), source_(image) {}
@@ -55,8 +63,7 @@ long QelLOD::buildLevels(const QelRangeImage& image, std::vector<QelRangeImage>&
     const int w = image.Width(), h = image.Height();
     if (double(w) * h == 0) return kNoSamples;
     const int s = effectiveStep();
-    const int rows = static_cast<int>(h / static_cast<float>(s));
-    const int cols = static_cast<int>(w / static_cast<float>(s));
+    const int rows = sampledCount(h, s), cols = sampledCount(w, s);
     const int dt = image.DataType();
     const bool floating = dt == QEL_32F || dt == QEL_64F;
     QelRangeImage& level = levelImages[0];
@@ -99,8 +106,7 @@ void QelLOD::decimateColours(const QelColorArray& colours,
     const int w = source_.Width(), h = source_.Height(), ch = colours.Channel();
     if (colours.Length() != w * h || (ch != 1 && ch != 3 && ch != 4)) return;
     const int s = effectiveStep();
-    const int rows = static_cast<int>(h / static_cast<float>(s));
-    const int cols = static_cast<int>(w / static_cast<float>(s));
+    const int rows = sampledCount(h, s), cols = sampledCount(w, s);
     QelColorArray& level = perLevel[0];
     if (!level.SetSize(cols, rows, ch)) return;
     for (int r = 0; r < rows; ++r)

@@ -10,6 +10,7 @@
 #include "../render/RenderTestScene.h"
 #include "ColorMapIndex.h"
 #include "OSGRangeImage.h"
+#include "QelLOD.h"
 
 namespace {
 
@@ -111,4 +112,25 @@ TEST(RangeImageObject, DrawsASurface) {
     keepImage(image, "range-image-object");
     EXPECT_GT(countUnlike(image, Qt::black), 8000);
     view->dataGroup()->removeChild(obj.node());
+}
+
+// 16,777,219 rows: beyond single precision, where a float quotient rounds the
+// level's row count up and the level builder and the colour decimation would
+// read one row past the source (the sanitizer stage sees that read).
+TEST(RangeImageObject, TallImagesKeepEveryLevelWithinTheSource) {
+    const int rows = (1 << 24) + 3;
+    QelRangeImage image;
+    ASSERT_TRUE(image.SetSize(1, rows, QEL_16U));
+    QelLOD lod(image);
+    lod.setStep(1);
+    std::vector<QelRangeImage> levels;
+    std::vector<cv::Mat> columnMaps, rowMaps;
+    ASSERT_EQ(lod.buildLevels(image, levels, columnMaps, rowMaps), 0);
+    EXPECT_EQ(levels[0].Height(), rows);
+    EXPECT_EQ(rowMaps[0].rows, rows);
+    QelColorArray colours;
+    ASSERT_TRUE(colours.SetSize(1, rows, 1));
+    std::vector<QelColorArray> perLevel;
+    lod.decimateColours(colours, perLevel);
+    EXPECT_EQ(perLevel[0].Length(), rows);
 }
