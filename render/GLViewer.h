@@ -72,7 +72,7 @@ public:
     // replace: the new object takes the place of every render object, but
     // only once it is built and accepted; a refused one changes nothing.
     long addPointCloud(const QelPointCloud& cloud, bool replace = false);
-    long addRangeImage(const QelRangeImage& image);
+    long addRangeImage(const QelRangeImage& image, bool replace = false);
     // Builds the new object first, then replaces every render object by it.
     long displayRangeImage(const QelRangeImage& image);
     long addTriangleMesh(const QelTriangleMesh& mesh, bool replace = false);

@@ -2,10 +2,12 @@
 // the registry, releases the lock, then updates the info text and asks for
 // a redraw.
 #include <QCoreApplication>
+#include <algorithm>
 #include <cmath>
 #include <osg/ComputeBoundsVisitor>
 
 #include "GLViewer.h"
+#include "MemoryBudget.h"
 #include "OSGDataManager.h"
 #include "OSGImage.h"
 #include "OSGPointCloud.h"
@@ -18,6 +20,7 @@
 #include "QelPointCloud.h"
 #include "QelRangeImage.h"
 #include "QelTriangleMesh.h"
+#include "SamplingStep.h"
 #include "SceneLockGuard.h"
 #include "StatusCodes.h"
 
@@ -66,6 +69,9 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
 }
 
 long GLViewer::addPointCloud(const QelPointCloud& cloud, bool replace) {
+    if (!MemoryBudget::fits(
+            MemoryBudget::pointCloud(std::uint64_t(cloud.Length()), cloud.IsValidColor() ? 4 : 0)))
+        return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     auto object =
         std::make_unique<OSGPointCloud>(cloud, 0, static_cast<int>(id), useHeightColours_);
@@ -91,21 +97,27 @@ QStringList rangeImageInfo(const QelRangeImage& image) {
 
 }  // namespace
 
-long GLViewer::addRangeImage(const QelRangeImage& image) {
+long GLViewer::addRangeImage(const QelRangeImage& image, bool replace) {
+    const std::uint64_t w = std::uint64_t(std::max(image.Width(), 0));
+    const std::uint64_t h = std::uint64_t(std::max(image.Height(), 0));
+    const int step = samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(w) * h);
+    if (!MemoryBudget::fits(MemoryBudget::rangeImage(
+            w, h, QelRangeImage::SampleSize(image.DataType()), image.ColorChannels(), step)))
+        return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     return adopt(std::make_unique<OSGRangeImage>(image, defaultMode_, static_cast<int>(id),
                                                  samplingStep_, useHeightColours_),
-                 false, rangeImageInfo(image));
+                 replace, rangeImageInfo(image));
 }
 
 long GLViewer::displayRangeImage(const QelRangeImage& image) {
-    const long id = ObjectIdCounter::take();
-    return adopt(std::make_unique<OSGRangeImage>(image, defaultMode_, static_cast<int>(id),
-                                                 samplingStep_, useHeightColours_),
-                 true, rangeImageInfo(image));
+    return addRangeImage(image, true);
 }
 
 long GLViewer::addTriangleMesh(const QelTriangleMesh& mesh, bool replace) {
+    if (!MemoryBudget::fits(MemoryBudget::triangleMesh(std::uint64_t(mesh.NumVertices()),
+                                                       std::uint64_t(mesh.NumTriangles()))))
+        return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     auto object = std::make_unique<OSGTriangleMesh>(mesh, defaultMode_, static_cast<int>(id));
     object->applyDefaultColours();
@@ -116,6 +128,12 @@ long GLViewer::addTriangleMesh(const QelTriangleMesh& mesh, bool replace) {
 }
 
 long GLViewer::addImage(const QelImage& image, bool replace) {
+    // Drawn like a range image of at most two bytes a sample.
+    const std::uint64_t w = std::uint64_t(std::max(image.Width(), 0));
+    const std::uint64_t h = std::uint64_t(std::max(image.Height(), 0));
+    const int step = samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(w) * h);
+    if (!MemoryBudget::fits(MemoryBudget::rangeImage(w, h, 2, image.Channels(), step)))
+        return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     auto object =
         std::make_unique<OSGImage>(image, defaultMode_, static_cast<int>(id), samplingStep_);

@@ -212,3 +212,23 @@ TEST_F(HostileInput, HugeTextsAreLaidOutOnlyUpToTheCap) {
     EXPECT_EQ(shot.status, 0);
     expectStillDraws("huge texts");
 }
+
+TEST_F(HostileInput, DataBeyondTheMemoryBudgetIsRefusedAtOnce) {
+    Shot before(h);
+    ::setenv("QEL3D_MEMORY_LIMIT_MB", "16", 1);
+    ASSERT_EQ(QelSetSamplingRatio(h, 1), 0);
+    QelRangeImage big;
+    big.SetSize(2000, 2000, QEL_16U);
+    EXPECT_EQ(QelDisplayRangeImage(h, big), 11501005);
+    EXPECT_EQ(QelAdd3DRenderObject(h, big), 11501005);
+    QelPointCloud many = gridCloud(500, 0.01f, [](float, float) { return 0.0f; });
+    EXPECT_EQ(QelDisplayPointCloud(h, many), 11501005);
+    QelPointCloud few = gridCloud(20, 0.01f, [](float, float) { return 0.0f; });
+    const long small = QelAdd3DRenderObject(h, few);
+    ::unsetenv("QEL3D_MEMORY_LIMIT_MB");
+    EXPECT_TRUE(small >= 1 && small < 11000000) << small;
+    ASSERT_EQ(QelClearRenderObject(h, small), 0);
+    Shot after(h);
+    EXPECT_EQ(after.countUnlike(0, 0, 0), before.countUnlike(0, 0, 0)) << "the scene changed";
+    expectStillDraws("refusals for memory");
+}
