@@ -1,0 +1,120 @@
+// Resident memory over many window life cycles: create -> display a cloud
+// -> screenshot -> destroy, 2000 times, once with no other window open (the
+// library makes and ends its application object every cycle) and once with
+// a second window kept open throughout. Every 100 cycles it prints the
+// resident bytes after malloc_trim as a JSON line, and at the end the growth
+// per cycle over the last 1000 cycles.
+//
+//   bench_soak [CYCLES]
+//
+// Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_soak
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "Qel3DGraphics.h"
+
+// Xlib's macros clash with Qt's: it comes last.
+#include <X11/Xlib.h>
+
+namespace {
+
+// Bytes the allocator hands out: flat while resident memory grows means
+// fragmentation; growing with it means something keeps its allocations.
+double heapInUseBytes() {
+    return double(mallinfo2().uordblks);
+}
+
+double residentBytes() {
+    malloc_trim(0);
+    std::ifstream statm("/proc/self/statm");
+    long pages = 0, resident = 0;
+    statm >> pages >> resident;
+    return double(resident) * double(sysconf(_SC_PAGESIZE));
+}
+
+QelPointCloud smallCloud() {
+    QelVector3dArray points(2500);
+    for (int i = 0; i < 2500; ++i)
+        points[i] = QelVector3d(float(i % 50), float(i / 50), float((i * 7) % 13));
+    QelPointCloud cloud;
+    cloud.SetPoints(points);
+    return cloud;
+}
+
+// One X11 window of the host's.
+Window hostWindow(Display* display) {
+    const Window w =
+        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 320, 240, 0, 0, 0);
+    XMapWindow(display, w);
+    XSync(display, False);
+    return w;
+}
+
+bool cycle(Display* display, Window parent, QelPointCloud& cloud) {
+    long long view = 0;
+    if (QELMV::QelCreate3DWnd(static_cast<long long>(parent), &view) != 0) return false;
+    const long id = QELMV::QelDisplayPointCloud(view, cloud);
+    QelImage picture;
+    const long shot = QELMV::Qel3DScreenShot(view, &picture);
+    QELMV::QelDestory3DWnd(view);
+    XSync(display, False);
+    return id >= 1 && id < 11000000 && shot == 0;
+}
+
+void soak(const char* name, int cycles, Display* display, Window parent) {
+    QelPointCloud cloud = smallCloud();
+    std::vector<double> samples;
+    for (int i = 1; i <= cycles; ++i) {
+        if (!cycle(display, parent, cloud)) {
+            std::printf("{\"bench\":\"soak\",\"case\":\"%s\",\"error\":\"cycle %d failed\"}\n",
+                        name, i);
+            return;
+        }
+        if (i % 100 == 0) {
+            samples.push_back(residentBytes());
+            std::printf(
+                "{\"bench\":\"soak\",\"case\":\"%s\",\"cycle\":%d,\"resident_bytes\":%.0f,"
+                "\"heap_in_use_bytes\":%.0f}\n",
+                name, i, samples.back(), heapInUseBytes());
+            std::fflush(stdout);
+        }
+    }
+    // Growth over the last half of the run, per cycle.
+    if (samples.size() >= 2) {
+        const size_t half = samples.size() / 2;
+        const double perCycle =
+            (samples.back() - samples[half - 1]) / (100.0 * double(samples.size() - half));
+        std::printf(
+            "{\"bench\":\"soak\",\"case\":\"%s\",\"cycles\":%d,\"bytes_per_cycle_last_"
+            "half\":%.1f}\n",
+            name, cycles, perCycle);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int cycles = argc > 1 ? std::max(200, std::atoi(argv[1])) : 2000;
+    Display* display = XOpenDisplay(nullptr);
+    if (!display) {
+        std::fprintf(stderr, "bench_soak needs an X server\n");
+        return 1;
+    }
+    const Window parent = hostWindow(display);
+    soak("alone", cycles, display, parent);
+
+    // A second window stays open throughout, so the application object does too.
+    const Window keep = hostWindow(display);
+    long long kept = 0;
+    if (QELMV::QelCreate3DWnd(static_cast<long long>(keep), &kept) != 0) return 1;
+    soak("beside_another", cycles, display, parent);
+    QELMV::QelDestory3DWnd(kept);
+    XCloseDisplay(display);
+    return 0;
+}
