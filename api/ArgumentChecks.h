@@ -1,8 +1,10 @@
 #pragma once
 
 // Checks and clamps that several exported functions share.
+#include <cfloat>
 #include <cmath>
 
+#include "Qel3DPlane.h"
 #include "QelColor.h"
 #include "QelMatrix4.h"
 #include "QelVector3d.h"
@@ -24,6 +26,14 @@ inline bool usableTranslation(const QelMatrix4& m) {
     for (int r = 0; r < 3; ++r)
         if (!(std::fabs(m.Value(r, 3)) <= kCoordinateLimit)) return false;
     return true;
+}
+
+// A clip plane whose equation fits single precision, as the shaders take it.
+inline bool usablePlane(const Qel3DPlane& plane) {
+    const QelVector3d& n = plane.Normal();
+    const QelVector3d& p = plane.Point();
+    const double d = -(double(n.x) * p.x + double(n.y) * p.y + double(n.z) * p.z);
+    return plane.IsValid() && std::fabs(d) <= double(FLT_MAX);
 }
 
 // Colour channels outside 0..255 are clamped rather than wrapped.

@@ -250,7 +250,7 @@ long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    if (!plane.IsValid()) return QelStatus::kClipPlaneInvalid;
+    if (!QelArguments::usablePlane(plane)) return QelStatus::kClipPlaneInvalid;
     v->setClipPlane(plane);
     return 0;
 }

@@ -192,7 +192,7 @@ void GLViewer::setClipPlane(const Qel3DPlane& plane) {
         // Points p with n . p + d >= 0 stay, where d = -n . point.
         const QelVector3d& n = plane.Normal();
         const QelVector3d& p = plane.Point();
-        const double d = -(n.x * p.x + n.y * p.y + n.z * p.z);
+        const double d = -(double(n.x) * p.x + double(n.y) * p.y + double(n.z) * p.z);
         SceneLockGuard lock(osgWidget_);
         lighting_->setClipPlane(float(n.x), float(n.y), float(n.z), float(d));
     }

@@ -232,3 +232,59 @@ TEST_F(HostileInput, DataBeyondTheMemoryBudgetIsRefusedAtOnce) {
     EXPECT_EQ(after.countUnlike(0, 0, 0), before.countUnlike(0, 0, 0)) << "the scene changed";
     expectStillDraws("refusals for memory");
 }
+
+// Every per-object function with ids that name nothing, and every numeric
+// argument with the hostile values.
+TEST_F(HostileInput, EveryObjectFunctionWithBadIdsAndNumbers) {
+    const long id = QelAdd3DRenderObject(h, known);
+    ASSERT_TRUE(id >= 1 && id < 11000000);
+    QelMatrix4 pose;
+    QelColorArray colours;
+    colours.Create(1, 3);
+    for (long bad : {-1L, 0L, 2147483647L, -2147483647L - 1, id + 100000}) {
+        EXPECT_EQ(QelClearRenderObject(h, bad), 11100022) << bad;
+        EXPECT_EQ(QelClear3DTextOverlay(h, bad), 11100022) << bad;
+        EXPECT_EQ(QelSetObjectVisible(h, bad, false), 11100022) << bad;
+        EXPECT_EQ(QelSetObjectModelMatrix(h, bad, pose), 11100022) << bad;
+        EXPECT_EQ(QelSetRenderColor(h, bad, colours), 11100022) << bad;
+        EXPECT_EQ(QelSetRenderLineWidth(h, bad, 1.0f), 11100022) << bad;
+        EXPECT_EQ(QelSet3DElementSize(h, bad, 2), 11100022) << bad;
+        EXPECT_EQ(QelSet3DElementState(h, bad, QEL_3D_POINTS), 11100022) << bad;
+        EXPECT_EQ(QelSetPointRenderMode(h, int(bad), QEL_3D_POINT_PLAIN), 11100022) << bad;
+    }
+    for (float v : kHostile) {
+        EXPECT_EQ(QelSetRenderLineWidth(h, id, v), 11200003) << v;
+        QelVector3d point(v, 0, 0), normal(0, 0, 1), tilted(v, v, 1);
+        QelVector3d origin(0, 0, 0);
+        Qel3DPlane throughBad(point, normal), badNormal(origin, tilted);
+        EXPECT_EQ(QelRenderByClippingPlane(h, throughBad), std::isfinite(v) ? 0 : 11501007) << v;
+        EXPECT_EQ(QelRenderByClippingPlane(h, badNormal), std::isfinite(v) ? 0 : 11501007) << v;
+    }
+    // Finite but overflowing in single precision: the plane's offset.
+    QelVector3d far(1e38f, 1e38f, 1e38f), steep(1e38f, 1e38f, 1e38f);
+    Qel3DPlane overflowing(far, steep);
+    EXPECT_EQ(QelRenderByClippingPlane(h, overflowing), 11501007);
+    QelVector3d origin(0, 0, 0), up(0, 0, 1);
+    Qel3DPlane none(origin, up);
+    ASSERT_EQ(QelRenderByClippingPlane(h, none), 0);
+    for (int size : {0, -1, -2147483647 - 1})
+        EXPECT_EQ(QelSet3DElementSize(h, id, size), 11200003) << size;
+    EXPECT_EQ(QelSet3DElementSize(h, id, 2147483647), 0);
+    EXPECT_EQ(QelSet3DElementSize(h, id, 1), 0);
+    for (int state : {-1, 3, 2147483647})
+        EXPECT_EQ(QelSet3DElementState(h, id, Qel3DGraphicsDataType(state)), 11200003) << state;
+    // Values >= 2 are refused; any other than 0 means sprites.
+    EXPECT_EQ(QelSetPointRenderMode(h, int(id), Qel3DPointRenderMode(2)), 11200003);
+    EXPECT_EQ(QelSetPointRenderMode(h, int(id), Qel3DPointRenderMode(-1)), 0);
+    EXPECT_EQ(QelSetPointRenderMode(h, int(id), QEL_3D_POINT_PLAIN), 0);
+    for (int table : {-1, 7, 2147483647})
+        EXPECT_EQ(QelSetDefaultLUT(h, table), 11200002) << table;
+    for (int ratio : {-1, -2147483647 - 1})
+        EXPECT_EQ(QelSetSamplingRatio(h, ratio), 11200002) << ratio;
+    ASSERT_EQ(QelSetSamplingRatio(h, 0), 0);
+    // The window stays usable after every move a hostile host can make.
+    for (int bad : {-1, 2147483647})
+        EXPECT_NE(QelMove3DWnd(h, bad, bad, bad, bad), 0) << bad;
+    EXPECT_EQ(QelMove3DWnd(h, 0, 0, 400, 400), 0);
+    expectStillDraws("bad ids and numbers on object functions");
+}
