@@ -288,3 +288,30 @@ TEST_F(HostileInput, EveryObjectFunctionWithBadIdsAndNumbers) {
     EXPECT_EQ(QelMove3DWnd(h, 0, 0, 400, 400), 0);
     expectStillDraws("bad ids and numbers on object functions");
 }
+
+// The window's own functions with extreme integers.
+TEST_F(HostileInput, WindowFunctionsWithExtremeIntegers) {
+    const int kMin = -2147483647 - 1, kMax = 2147483647;
+    XHostWindow host;
+    long long made = 0;
+    for (int bad : {-1, kMin}) {
+        EXPECT_EQ(QelCreate3DWnd(host.id(), bad, 0, 100, 100, &made), 11200001) << bad;
+        EXPECT_EQ(QelCreate3DWnd(host.id(), 0, bad, 100, 100, &made), 11200002) << bad;
+        EXPECT_EQ(QelMove3DWnd(h, bad, 0, 100, 100), 11200001) << bad;
+        EXPECT_EQ(QelMove3DWnd(h, 0, bad, 100, 100), 11200002) << bad;
+    }
+    EXPECT_EQ(QelMove3DWnd(h, kMax, 0, kMax, 100), 11200003) << "right not beyond left";
+    EXPECT_EQ(QelMove3DWnd(h, 0, kMax, 100, kMax), 11200004);
+    EXPECT_EQ(made, 0) << "a refused creation wrote a handle";
+    for (int number : {0, -1, kMin, 100000, kMax})
+        EXPECT_EQ(QelSet3DWndNumber(h, number, true), 11200002) << number;
+    for (int level : {-1, 2, kMin, kMax})
+        EXPECT_EQ(QelSet3DStatusbarLogLevel(h, level), 11200002) << level;
+    QelColor pen(255, 255, 255, 255);
+    for (long size : {0L, -1L, long(kMin)})
+        EXPECT_EQ(QelSet3DTextPen(h, pen, size), 11200003) << size;
+    for (long mask : {0L, long(0x00020000) << 40})
+        EXPECT_EQ(QelSet3DToolbarVisible(h, mask, true), 11200002) << mask;
+    EXPECT_EQ(QelMove3DWnd(h, 0, 0, 400, 400), 0);
+    expectStillDraws("extreme integers on window functions");
+}
