@@ -93,9 +93,9 @@ void Qel3DShape::Set3DSphere(const QelVector3d& centre, float radius) {
     setVectors(QEL_3D_SPHERE, &centre, 1, &radius, 1);
 }
 
-void Qel3DShape::Set3DCylinder(const QelVector3d& centre, const QelVector3d& angles, float radius,
+void Qel3DShape::Set3DCylinder(const QelVector3d& centre, const QelVector3d& axis, float radius,
                                float height) {
-    const QelVector3d v[] = {centre, angles};
+    const QelVector3d v[] = {centre, axis};
     const float f[] = {radius, height};
     setVectors(QEL_3D_CYLINDER, v, 2, f, 2);
 }
@@ -107,16 +107,16 @@ void Qel3DShape::Set3DEllipticCylinder(const QelVector3d& centre, const QelVecto
     setVectors(QEL_3D_ELLIPTIC_CYLINDER, v, 2, f, 3);
 }
 
-void Qel3DShape::Set3DCone(const QelVector3d& centre, const QelVector3d& angles, float bottomRadius,
-                           float topRadius, float height, float sweepAngle) {
-    const QelVector3d v[] = {centre, angles};
-    const float f[] = {bottomRadius, topRadius, height, sweepAngle};
+void Qel3DShape::Set3DCone(const QelVector3d& centre, const QelVector3d& axis, float radius,
+                           float height, float startAngle, float sweepAngle) {
+    const QelVector3d v[] = {centre, axis};
+    const float f[] = {radius, height, startAngle, sweepAngle};
     setVectors(QEL_3D_CONE, v, 2, f, 4);
 }
 
-void Qel3DShape::Set3DTube(const QelVector3d& centre, const QelVector3d& angles, float innerRadius,
+void Qel3DShape::Set3DTube(const QelVector3d& centre, const QelVector3d& axis, float innerRadius,
                            float outerRadius, float height, float startAngle, float sweepAngle) {
-    const QelVector3d v[] = {centre, angles};
+    const QelVector3d v[] = {centre, axis};
     const float f[] = {innerRadius, outerRadius, height, startAngle, sweepAngle};
     setVectors(QEL_3D_TUBE, v, 2, f, 5);
 }
@@ -210,9 +210,9 @@ bool Qel3DShape::Get3DSphere(QelVector3d* centre, float* radius) const {
     return getVectors(QEL_3D_SPHERE, v, 1, f, 1);
 }
 
-bool Qel3DShape::Get3DCylinder(QelVector3d* centre, QelVector3d* angles, float* radius,
+bool Qel3DShape::Get3DCylinder(QelVector3d* centre, QelVector3d* axis, float* radius,
                                float* height) const {
-    QelVector3d* const v[] = {centre, angles};
+    QelVector3d* const v[] = {centre, axis};
     float* const f[] = {radius, height};
     return getVectors(QEL_3D_CYLINDER, v, 2, f, 2);
 }
@@ -224,17 +224,17 @@ bool Qel3DShape::Get3DEllipticCylinder(QelVector3d* centre, QelVector3d* angles,
     return getVectors(QEL_3D_ELLIPTIC_CYLINDER, v, 2, f, 3);
 }
 
-bool Qel3DShape::Get3DCone(QelVector3d* centre, QelVector3d* angles, float* bottomRadius,
-                           float* topRadius, float* height, float* sweepAngle) const {
-    QelVector3d* const v[] = {centre, angles};
-    float* const f[] = {bottomRadius, topRadius, height, sweepAngle};
+bool Qel3DShape::Get3DCone(QelVector3d* centre, QelVector3d* axis, float* radius, float* height,
+                           float* startAngle, float* sweepAngle) const {
+    QelVector3d* const v[] = {centre, axis};
+    float* const f[] = {radius, height, startAngle, sweepAngle};
     return getVectors(QEL_3D_CONE, v, 2, f, 4);
 }
 
-bool Qel3DShape::Get3DTube(QelVector3d* centre, QelVector3d* angles, float* innerRadius,
+bool Qel3DShape::Get3DTube(QelVector3d* centre, QelVector3d* axis, float* innerRadius,
                            float* outerRadius, float* height, float* startAngle,
                            float* sweepAngle) const {
-    QelVector3d* const v[] = {centre, angles};
+    QelVector3d* const v[] = {centre, axis};
     float* const f[] = {innerRadius, outerRadius, height, startAngle, sweepAngle};
     return getVectors(QEL_3D_TUBE, v, 2, f, 5);
 }

@@ -10,7 +10,10 @@
 // kind; the getter of the same kind fills its outputs and returns true. A
 // getter of another kind, a null output, an invalid vector or a non-finite
 // number make the getter return false (outputs are written whenever the kind
-// matches and no output is null). Angles are in degrees.
+// matches and no output is null). Angles are in degrees. Cylinders, cones and
+// tubes stand along an axis; the other solids and the planar figures are
+// turned by Euler angles about x, then y, then z. Cones have their apex at
+// +height/2 along the axis and sweep from the start angle.
 class QEL_DATA_API Qel3DShape {
 public:
     Qel3DShape() = default;
@@ -31,13 +34,13 @@ public:
     void Set3DPolygon(const QelVector3dArray& vertices);
     void Set3DBox(const QelVector3d& centre, const QelVector3d& angles, const QelVector3d& size);
     void Set3DSphere(const QelVector3d& centre, float radius);
-    void Set3DCylinder(const QelVector3d& centre, const QelVector3d& angles, float radius,
+    void Set3DCylinder(const QelVector3d& centre, const QelVector3d& axis, float radius,
                        float height);
     void Set3DEllipticCylinder(const QelVector3d& centre, const QelVector3d& angles, float radiusA,
                                float radiusB, float height);
-    void Set3DCone(const QelVector3d& centre, const QelVector3d& angles, float bottomRadius,
-                   float topRadius, float height, float sweepAngle);
-    void Set3DTube(const QelVector3d& centre, const QelVector3d& angles, float innerRadius,
+    void Set3DCone(const QelVector3d& centre, const QelVector3d& axis, float radius, float height,
+                   float startAngle, float sweepAngle);
+    void Set3DTube(const QelVector3d& centre, const QelVector3d& axis, float innerRadius,
                    float outerRadius, float height, float startAngle, float sweepAngle);
     void Set3DEllipsoid(const QelVector3d& centre, const QelVector3d& angles,
                         const QelVector3d& radii);
@@ -58,13 +61,12 @@ public:
     bool Get3DPolygon(QelVector3dArray* vertices) const;
     bool Get3DBox(QelVector3d* centre, QelVector3d* angles, QelVector3d* size) const;
     bool Get3DSphere(QelVector3d* centre, float* radius) const;
-    bool Get3DCylinder(QelVector3d* centre, QelVector3d* angles, float* radius,
-                       float* height) const;
+    bool Get3DCylinder(QelVector3d* centre, QelVector3d* axis, float* radius, float* height) const;
     bool Get3DEllipticCylinder(QelVector3d* centre, QelVector3d* angles, float* radiusA,
                                float* radiusB, float* height) const;
-    bool Get3DCone(QelVector3d* centre, QelVector3d* angles, float* bottomRadius, float* topRadius,
-                   float* height, float* sweepAngle) const;
-    bool Get3DTube(QelVector3d* centre, QelVector3d* angles, float* innerRadius, float* outerRadius,
+    bool Get3DCone(QelVector3d* centre, QelVector3d* axis, float* radius, float* height,
+                   float* startAngle, float* sweepAngle) const;
+    bool Get3DTube(QelVector3d* centre, QelVector3d* axis, float* innerRadius, float* outerRadius,
                    float* height, float* startAngle, float* sweepAngle) const;
     bool Get3DEllipsoid(QelVector3d* centre, QelVector3d* angles, QelVector3d* radii) const;
     bool Get3DTorus(QelVector3d* centre, QelVector3d* angles, float* innerRadius,

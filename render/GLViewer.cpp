@@ -15,6 +15,7 @@
 #include "QelVector3d.h"
 #include "SceneLockGuard.h"
 #include "ShaderADS.h"
+#include "ShapeManager.h"
 #include "StatusCodes.h"
 #include "ViewerManipulator.h"
 
@@ -24,7 +25,8 @@ GLViewer::GLViewer(QWidget* parent)
       axisGroup_(new osg::Group),
       dataGroup_(new osg::Group),
       shapeGroup_(new osg::Group),
-      registry_(std::make_unique<OSGDataManager>()) {
+      registry_(std::make_unique<OSGDataManager>()),
+      shapes_(std::make_unique<ShapeManager>(shapeGroup_.get())) {
     dataGroup_->addChild(registry_->group());
     osgWidget_ = new QelOSGWidget(this);
     osgWidget_->setFocusPolicy(Qt::StrongFocus);
@@ -172,6 +174,7 @@ QImage GLViewer::grabFrame() {
 
 void GLViewer::dataChanged() {
     if (bboxVisible_) rebuildBoundingBox();
+    fitShapesToScene();
     requestRedraw();
 }
 

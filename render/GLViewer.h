@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <osg/BoundingSphere>
 #include <osg/Group>
@@ -25,7 +26,10 @@ class QelOSGWidget;
 class QelColor;
 class QelVar;
 class QelVector3d;
+class Qel3DShape;
 class ShaderADS;
+class Shape;
+class ShapeManager;
 class ViewerManipulator;
 
 // The 3D view of a window: owns the scene, the embedded viewer widget, the
@@ -95,6 +99,16 @@ public:
     int defaultRenderMode() const { return defaultMode_; }
     const QStringList& infoText() const { return infoText_; }
 
+    // Shapes (GLViewerShapes.cpp). Show returns the new id, or 11100004
+    // when the description is refused (the id is used up either way).
+    long showShape(const Qel3DShape& shape);
+    long clearShape(long id);
+    long clearAllShapes();
+    // mode: 1 lines, 4 surface.
+    long setShapeMode(long id, int mode);
+    int shapeCount() const;
+    const ShapeManager& shapes() const { return *shapes_; }
+
     // Camera, views, light, clipping and furniture (GLViewerView.cpp).
     void setCamera(const QelVector3d& eye, const QelVector3d& centre, const QelVector3d& up);
     void getCamera(QelVector3d* eye, QelVector3d* centre, QelVector3d* up);
@@ -154,6 +168,10 @@ private:
     // that id (11100022 when there is none) and redraws when it returns 0.
     template <typename Change>
     long changeObject(long id, Change change);
+    // The same for the shape with that id.
+    long changeShape(long id, const std::function<void(Shape&)>& change);
+    // Infinite lines and planes follow the data's bounds.
+    void fitShapesToScene();
 
     QelOSGWidget* osgWidget_ = nullptr;
     ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed
@@ -168,6 +186,7 @@ private:
     TextPrototype textPrototype_;
     TextOverlayManager textOverlays_;
     std::unique_ptr<OSGDataManager> registry_;
+    std::unique_ptr<ShapeManager> shapes_;
     QStringList infoText_;
     int defaultMode_ = 4;
     int samplingStep_ = 0;

@@ -22,6 +22,8 @@
 #include "QelTriangleMesh.h"
 #include "SamplingStep.h"
 #include "SceneLockGuard.h"
+#include "Shape.h"
+#include "ShapeManager.h"
 #include "StatusCodes.h"
 
 namespace {
@@ -189,6 +191,7 @@ long GLViewer::clearScene() {
     {
         SceneLockGuard lock(osgWidget_);
         registry_->clear();
+        shapes_->clear();
         textOverlays_.clear();
     }
     setInfoText({QString()});
@@ -232,39 +235,54 @@ long GLViewer::setModelMatrix(long id, const QelMatrix4& matrix) {
     for (int r = 0; r < 4; ++r)
         for (int c = 0; c < 4; ++c)
             m(r, c) = t.Value(r, c);
-    return changeObject(id, [&](OSGData& o) {
+    const long status = changeObject(id, [&](OSGData& o) {
         o.setMatrix(m);
         return QelStatus::kOk;
     });
+    if (status != QelStatus::kObjectNotFound) return status;
+    return changeShape(id, [&](Shape& s) { s.applyMatrix(m); });
 }
 
 long GLViewer::setObjectVisible(long id, bool visible) {
-    return changeObject(id, [&](OSGData& o) {
+    const long status = changeObject(id, [&](OSGData& o) {
         o.setVisible(visible);
         return QelStatus::kOk;
     });
+    if (status != QelStatus::kObjectNotFound) return status;
+    return changeShape(id, [&](Shape& s) { s.setVisible(visible); });
 }
 
 long GLViewer::setRenderColor(long id, const QelColorArray& colours) {
-    return changeObject(id, [&](OSGData& o) {
+    const long status = changeObject(id, [&](OSGData& o) {
         if (colours.IsEmpty()) return QelStatus::kColorRefused;
         if (colours.Channel() < 3) return QelStatus::kColorChannels;
         return o.setColors(colours) ? QelStatus::kOk : QelStatus::kColorRefused;
     });
+    if (status != QelStatus::kObjectNotFound) return status;
+    // A shape takes the array's first colour.
+    if (colours.IsEmpty()) return shapes_->find(unsigned(id)) ? QelStatus::kColorRefused : status;
+    if (colours.Channel() < 3)
+        return shapes_->find(unsigned(id)) ? QelStatus::kColorChannels : status;
+    const osg::ref_ptr<osg::Vec4Array> converted = OSGData::toFloatColours(colours, nullptr);
+    return changeShape(id, [&](Shape& s) { s.setColor(*converted); });
 }
 
 long GLViewer::setPointSize(long id, float size) {
-    return changeObject(id, [&](OSGData& o) {
+    const long status = changeObject(id, [&](OSGData& o) {
         o.setPointSize(size);
         return QelStatus::kOk;
     });
+    if (status != QelStatus::kObjectNotFound) return status;
+    return changeShape(id, [&](Shape& s) { s.setPointSize(size); });
 }
 
 long GLViewer::setLineWidth(long id, float width) {
-    return changeObject(id, [&](OSGData& o) {
+    const long status = changeObject(id, [&](OSGData& o) {
         o.setLineWidth(width);
         return QelStatus::kOk;
     });
+    if (status != QelStatus::kObjectNotFound) return status;
+    return changeShape(id, [&](Shape& s) { s.setLineWidth(width); });
 }
 
 long GLViewer::setPointRenderMode(long id, int mode) {

@@ -58,10 +58,11 @@ public:
     // red above the range, blue at or below its bottom, the table (looked up
     // from its high end) in between.
     static osg::Vec4 heightColour(double z, double min, double max);
+    // Converts 0..255 colours to 0..1 and reports the smallest alpha (when
+    // minAlpha is not null).
+    static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
 
 protected:
-    // Converts 0..255 colours to 0..1 and reports the smallest alpha.
-    static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
     void widenHeightRange(double z);
     // Line (mode 1) or fill (mode 4) on both faces.
     static void setPolygonMode(osg::PolygonMode* polygonMode, int mode);

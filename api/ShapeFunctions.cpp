@@ -1,0 +1,40 @@
+// Exported functions: shapes.
+#include "GLViewer.h"
+#include "Qel3DGraphics.h"
+#include "Shape.h"
+#include "StatusCodes.h"
+#include "WindowRegistry.h"
+
+namespace QELMV {
+
+long QelShow3DShape(long long window, Qel3DShape& shape) {
+    QEL_ON_GUI_THREAD_ONLY();
+    GLViewer* v = WindowRegistry::findViewer(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->showShape(shape);
+}
+
+long QelClear3DShape(long long window, long id) {
+    QEL_ON_GUI_THREAD_ONLY();
+    GLViewer* v = WindowRegistry::findViewer(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearShape(id);
+}
+
+long QelClearAll3DShape(long long window) {
+    QEL_ON_GUI_THREAD_ONLY();
+    GLViewer* v = WindowRegistry::findViewer(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    return v->clearAllShapes();
+}
+
+long QelSet3DShapeMode(long long window, int id, Qel3DGraphicsShapeMode mode) {
+    QEL_ON_GUI_THREAD_ONLY();
+    GLViewer* v = WindowRegistry::findViewer(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    if (mode != QEL_3D_SHAPE_WIREFRAME && mode != QEL_3D_SHAPE_SURFACE)
+        return QelStatus::argument(3);
+    return v->setShapeMode(id, mode == QEL_3D_SHAPE_WIREFRAME ? Shape::Lines : Shape::Surface);
+}
+
+}  // namespace QELMV

@@ -1,0 +1,243 @@
+// Every kind the factory builds, in both forms: it builds, its counts, the
+// world-space extent after its pose, unit normals, and the angle rules of
+// swept solids.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <osg/BoundingBox>
+#include <set>
+#include <tuple>
+
+#include "Qel3DShape.h"
+#include "Shape.h"
+#include "ShapeFactory.h"
+
+namespace {
+
+QelVector3d v(float x, float y, float z) {
+    return QelVector3d(x, y, z);
+}
+
+osg::BoundingBox worldBox(const Shape& shape) {
+    osg::BoundingBox box;
+    const osg::Matrixd pose = shape.transform()->getMatrix();
+    for (const osg::Vec3& p : *shape.vertices())
+        box.expandBy(p * pose);
+    return box;
+}
+
+struct Kind {
+    const char* name;
+    std::function<void(Qel3DShape&)> describe;
+    osg::Vec3 min, max;  // the exact world extent
+};
+
+QelVector3dArray square() {
+    QelVector3dArray corners(4);
+    corners[0] = v(0, 0, 1);
+    corners[1] = v(2, 0, 1);
+    corners[2] = v(2, 3, 1);
+    corners[3] = v(0, 3, 1);
+    return corners;
+}
+
+Qel3DLineSet squareLines() {
+    Qel3DLineSet set;
+    set.SetSize(4, 4);
+    const float corners[] = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
+    std::copy(corners, corners + 12, set.VertexData());
+    const int lines[] = {0, 1, 1, 2, 2, 3, 3, 0};
+    std::copy(lines, lines + 8, set.LineData());
+    return set;
+}
+
+const Kind kKinds[] = {
+    {"point", [](Qel3DShape& s) { s.Set3DPoint(v(1, 2, 3)); }, {0, 1, 2}, {2, 3, 4}},
+    {"line",
+     [](Qel3DShape& s) { s.Set3DLine(v(0, 0, 0), v(1, 2, 3), QEL_LINE_SEGMENT); },
+     {0, 0, 0},
+     {1, 2, 3}},
+    {"circle",
+     [](Qel3DShape& s) { s.Set3DCircle(v(0, 0, 0), v(0, 0, 1), 2); },
+     {-2, -2, 0},
+     {2, 2, 0}},
+    {"plane", [](Qel3DShape& s) { s.Set3DPlane(v(0, 0, 5), v(0, 0, 1)); }, {-1, -1, 5}, {1, 1, 5}},
+    {"box",
+     [](Qel3DShape& s) { s.Set3DBox(v(0, 0, 0), v(0, 0, 0), v(2, 4, 6)); },
+     {-1, -2, -3},
+     {1, 2, 3}},
+    {"box turned about x",
+     [](Qel3DShape& s) { s.Set3DBox(v(5, 0, 0), v(90, 0, 0), v(2, 4, 6)); },
+     {4, -3, -2},
+     {6, 3, 2}},
+    {"sphere", [](Qel3DShape& s) { s.Set3DSphere(v(0, 0, 0), 2); }, {-2, -2, -2}, {2, 2, 2}},
+    {"cylinder",
+     [](Qel3DShape& s) { s.Set3DCylinder(v(0, 0, 0), v(1, 0, 0), 1, 4); },
+     {-2, -1, -1},
+     {2, 1, 1}},
+    {"triangle",
+     [](Qel3DShape& s) { s.Set3DTriangle(v(0, 0, 0), v(1, 0, 0), v(0, 1, 0)); },
+     {0, 0, 0},
+     {1, 1, 0}},
+    {"polygon", [](Qel3DShape& s) { s.Set3DPolygon(square()); }, {0, 0, 1}, {2, 3, 1}},
+    {"ellipse",
+     [](Qel3DShape& s) { s.Set3DEllipse(v(0, 0, 0), v(0, 0, 0), 3, 1); },
+     {-3, -1, 0},
+     {3, 1, 0}},
+    {"ellipsoid",
+     [](Qel3DShape& s) { s.Set3DEllipsoid(v(0, 0, 0), v(0, 0, 0), v(1, 2, 3)); },
+     {-1, -2, -3},
+     {1, 2, 3}},
+    {"rectangle",
+     [](Qel3DShape& s) { s.Set3DRect(v(0, 0, 0), v(0, 0, 0), 4, 2); },
+     {-2, -1, 0},
+     {2, 1, 0}},
+    {"torus",
+     [](Qel3DShape& s) { s.Set3DTorus(v(0, 0, 0), v(0, 0, 0), 1, 3, 0, 360, QEL_TORUS_FULL); },
+     {-3, -3, -1},
+     {3, 3, 1}},
+    {"tube",
+     [](Qel3DShape& s) { s.Set3DTube(v(0, 0, 0), v(0, 0, 1), 1, 2, 2, 0, 360); },
+     {-2, -2, -1},
+     {2, 2, 1}},
+    {"arc",
+     [](Qel3DShape& s) { s.Set3DArc(v(0, 0, 0), v(0, 0, 0), 2, 0, 90); },
+     {0, 0, 0},
+     {2, 2, 0}},
+    {"line set", [](Qel3DShape& s) { s.Set3DAnyShape(squareLines()); }, {0, 0, 0}, {1, 1, 0}},
+    {"cone",
+     [](Qel3DShape& s) { s.Set3DCone(v(0, 0, 0), v(0, 0, 1), 1, 2, 0, 360); },
+     {-1, -1, -1},
+     {1, 1, 1}},
+    {"elliptic cylinder",
+     [](Qel3DShape& s) { s.Set3DEllipticCylinder(v(0, 0, 0), v(0, 0, 0), 2, 1, 4); },
+     {-2, -1, -2},
+     {2, 1, 2}},
+};
+
+std::unique_ptr<Shape> build(const std::function<void(Qel3DShape&)>& describe) {
+    Qel3DShape description;
+    describe(description);
+    return createShape(description, 7);
+}
+
+}  // namespace
+
+TEST(ShapeKinds, EveryKindBuildsInBothFormsToItsExactExtent) {
+    for (const Kind& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        std::unique_ptr<Shape> shape = build(kind.describe);
+        ASSERT_TRUE(shape);
+        EXPECT_EQ(shape->getId(), 7u);
+        EXPECT_EQ(shape->mode(), Shape::Surface);
+        for (int mode : {Shape::Surface, Shape::Lines}) {
+            shape->setShapeMode(mode);
+            ASSERT_GT(shape->vertices()->size(), 0u) << "mode " << mode;
+            const osg::BoundingBox box = worldBox(*shape);
+            for (int a = 0; a < 3; ++a) {
+                EXPECT_NEAR(box._min[a], kind.min[a], 1e-4) << "mode " << mode << " axis " << a;
+                EXPECT_NEAR(box._max[a], kind.max[a], 1e-4) << "mode " << mode << " axis " << a;
+            }
+            ASSERT_EQ(shape->normals()->size(), shape->vertices()->size());
+            for (const osg::Vec3& n : *shape->normals())
+                ASSERT_NEAR(n.length(), 1.0f, 1e-4);
+            for (unsigned int i = 0; i < shape->geometry()->getNumPrimitiveSets(); ++i) {
+                const GLenum m = shape->geometry()->getPrimitiveSet(i)->getMode();
+                EXPECT_TRUE(mode == Shape::Lines ? m == GL_LINES
+                                                 : (m == GL_LINES || m == GL_TRIANGLES));
+            }
+        }
+    }
+}
+
+TEST(ShapeKinds, CountsTheDesignFixes) {
+    auto sphere = build([](Qel3DShape& s) { s.Set3DSphere(v(0, 0, 0), 1); });
+    ASSERT_EQ(sphere->geometry()->getNumPrimitiveSets(), 1u);
+    EXPECT_EQ(sphere->geometry()->getPrimitiveSet(0)->getMode(), GLenum(GL_TRIANGLES));
+    EXPECT_EQ(sphere->geometry()->getPrimitiveSet(0)->getNumIndices(), 4800u);
+    auto box = build([](Qel3DShape& s) { s.Set3DBox(v(0, 0, 0), v(0, 0, 0), v(1, 1, 1)); });
+    ASSERT_EQ(box->geometry()->getNumPrimitiveSets(), 2u);
+    EXPECT_EQ(box->vertices()->size(), 36u);
+    EXPECT_EQ(box->geometry()->getPrimitiveSet(1)->getMode(), GLenum(GL_LINES));
+    EXPECT_EQ(box->geometry()->getPrimitiveSet(1)->getNumIndices(), 24u);
+    // The 24 indices are 12 distinct edges.
+    const osg::PrimitiveSet* edges = box->geometry()->getPrimitiveSet(1);
+    std::set<std::pair<std::tuple<float, float, float>, std::tuple<float, float, float>>> distinct;
+    for (unsigned int i = 0; i < 24; i += 2) {
+        osg::Vec3 a = (*box->vertices())[edges->index(i)],
+                  b = (*box->vertices())[edges->index(i + 1)];
+        if (b < a) std::swap(a, b);
+        distinct.insert({{a.x(), a.y(), a.z()}, {b.x(), b.y(), b.z()}});
+    }
+    EXPECT_EQ(distinct.size(), 12u);
+}
+
+TEST(ShapeKinds, SweepsReduceByWholeTurnsAndEmptyOnes) {
+    auto cone = [](float sweep) {
+        return build([=](Qel3DShape& s) { s.Set3DCone(v(0, 0, 0), v(0, 0, 1), 1, 2, 0, sweep); });
+    };
+    const osg::BoundingBox full = worldBox(*cone(360)), twice = worldBox(*cone(720));
+    EXPECT_NEAR(twice._min.x(), -1, 1e-4);
+    EXPECT_NEAR(twice._min.y(), -1, 1e-4);
+    EXPECT_EQ(cone(720)->vertices()->size(), cone(360)->vertices()->size());
+    EXPECT_NEAR(full._min.y(), -1, 1e-4);
+    // 450 degrees: a quarter from the start angle.
+    const osg::BoundingBox quarter = worldBox(*cone(450));
+    EXPECT_NEAR(quarter._min.x(), 0, 1e-4);
+    EXPECT_NEAR(quarter._min.y(), 0, 1e-4);
+    EXPECT_NEAR(quarter._max.x(), 1, 1e-4);
+    EXPECT_NEAR(quarter._max.y(), 1, 1e-4);
+    EXPECT_EQ(cone(0)->vertices()->size(), 0u);
+    auto tube = [](float inner, float outer, float sweep) {
+        return build(
+            [=](Qel3DShape& s) { s.Set3DTube(v(0, 0, 0), v(0, 0, 1), inner, outer, 2, 0, sweep); });
+    };
+    EXPECT_EQ(tube(3, 2, 360)->vertices()->size(), 0u) << "inner above outer";
+    EXPECT_EQ(tube(1, 2, 0)->vertices()->size(), 0u) << "no sweep";
+    EXPECT_GT(tube(1, 2, 90)->vertices()->size(), 0u);
+}
+
+TEST(ShapeKinds, RefusedDescriptionsAndTheModeAsymmetry) {
+    EXPECT_FALSE(build([](Qel3DShape&) {})) << "no kind";
+    EXPECT_FALSE(build([](Qel3DShape& s) { s.Set3DPoint(v(0, 0, 3.4028235e38f)); }));
+    EXPECT_FALSE(build(
+        [](Qel3DShape& s) { s.Set3DLine(v(0, 0, 0), v(0, 0, -3.4028235e38f), QEL_LINE_SEGMENT); }));
+    EXPECT_FALSE(build([](Qel3DShape& s) { s.Set3DSphere(v(0, 0, 0), std::nanf("")); }));
+
+    auto box = build([](Qel3DShape& s) { s.Set3DBox(v(0, 0, 0), v(0, 0, 0), v(1, 1, 1)); });
+    box->setShapeMode(Shape::Lines);
+    EXPECT_EQ(box->vertices()->size(), 24u);  // 12 edges
+    box->setShapeMode(7);                     // not a mode: emptied, and the mode kept
+    EXPECT_EQ(box->vertices()->size(), 0u);
+    EXPECT_EQ(box->mode(), Shape::Lines);
+    // A new shape: opaque blue, blended with the destination's alpha, unlit.
+    ASSERT_EQ(box->colors()->size(), 1u);
+    EXPECT_EQ((*box->colors())[0], osg::Vec4(0, 0, 1, 1));
+    const osg::StateSet* ss = box->geometry()->getStateSet();
+    EXPECT_EQ(ss->getMode(GL_LIGHTING) & osg::StateAttribute::ON, 0u);
+    EXPECT_NE(ss->getMode(GL_BLEND) & osg::StateAttribute::ON, 0u);
+    EXPECT_EQ(ss->getRenderingHint(), int(osg::StateSet::TRANSPARENT_BIN));
+}
+
+TEST(ShapeKinds, PointSizeIsTheRadiusOfAPointAndInfiniteShapesFitTheScene) {
+    auto point = build([](Qel3DShape& s) { s.Set3DPoint(v(0, 0, 0)); });
+    point->setPointSize(5);
+    EXPECT_NEAR(worldBox(*point)._max.x(), 5, 1e-4);
+    point->setPointSize(0);
+    EXPECT_NEAR(worldBox(*point)._max.x(), 5, 1e-4);
+
+    auto line =
+        build([](Qel3DShape& s) { s.Set3DLine(v(0, 0, 0), v(1, 0, 0), QEL_LINE_INFINITE); });
+    line->fitToScene(osg::Vec3(-10, -1, -1), osg::Vec3(30, 1, 1), 20, osg::Vec3(10, 0, 0));
+    EXPECT_NEAR(worldBox(*line)._min.x(), 10 - 30, 1e-3);
+    EXPECT_NEAR(worldBox(*line)._max.x(), 10 + 30, 1e-3);
+    auto plane = build([](Qel3DShape& s) { s.Set3DPlane(v(0, 0, 0), v(0, 0, 1)); });
+    plane->fitToScene(osg::Vec3(-5, -5, 2), osg::Vec3(5, 5, 8), 10, osg::Vec3(0, 0, 5));
+    EXPECT_NEAR(worldBox(*plane)._max.x(), 12, 1e-3);
+    EXPECT_NEAR(worldBox(*plane)._max.z(), 0, 1e-4) << "the plane stays where it is";
+    auto segment =
+        build([](Qel3DShape& s) { s.Set3DLine(v(0, 0, 0), v(1, 0, 0), QEL_LINE_SEGMENT); });
+    segment->fitToScene(osg::Vec3(-10, -1, -1), osg::Vec3(30, 1, 1), 20, osg::Vec3(10, 0, 0));
+    EXPECT_NEAR(worldBox(*segment)._max.x(), 1, 1e-4) << "a segment keeps its length";
+}
