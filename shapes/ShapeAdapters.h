@@ -4,6 +4,8 @@
 
 #include "PrimitiveAnyShape.h"
 #include "PrimitiveArc.h"
+#include "PrimitiveBSplineCurve.h"
+#include "PrimitiveBSplineSurf.h"
 #include "PrimitiveBox.h"
 #include "PrimitiveCircle.h"
 #include "PrimitiveCone.h"
@@ -11,10 +13,17 @@
 #include "PrimitiveEllipse.h"
 #include "PrimitiveEllipsoid.h"
 #include "PrimitiveEllipticCylinder.h"
+#include "PrimitiveGaussSurf.h"
+#include "PrimitiveHexahedron.h"
 #include "PrimitiveLine.h"
+#include "PrimitiveLineSegment.h"
+#include "PrimitiveNurbsCurve.h"
+#include "PrimitiveNurbsSurf.h"
 #include "PrimitivePlane.h"
+#include "PrimitivePoint.h"
 #include "PrimitivePointSphere.h"
 #include "PrimitivePolygon.h"
+#include "PrimitivePolynomialSurf.h"
 #include "PrimitiveRect.h"
 #include "PrimitiveSphere.h"
 #include "PrimitiveTorus.h"
@@ -63,3 +72,14 @@ using ShapeArc = ShapeOf<PrimitiveArc, QEL_3D_ARC>;
 using ShapeAnyShape = ShapeOf<PrimitiveAnyShape, QEL_3D_ANY_SHAPE>;
 using ShapeCone = ShapeOf<PrimitiveCone, QEL_3D_CONE>;
 using ShapeEllipticCylinder = ShapeOf<PrimitiveEllipticCylinder, QEL_3D_ELLIPTIC_CYLINDER>;
+
+// Kinds no shape description reaches: built from their parameters directly.
+using ShapePoint = ShapeOf<PrimitivePoint, QEL_3D_SHAPE_NONE>;
+using ShapeLineSegment = ShapeOf<PrimitiveLineSegment, QEL_3D_SHAPE_NONE>;
+using ShapeHexahedron = ShapeOf<PrimitiveHexahedron, QEL_3D_SHAPE_NONE>;
+using ShapeBSplineCurve = ShapeOf<PrimitiveBSplineCurve, QEL_3D_SHAPE_NONE>;
+using ShapeNurbsCurve = ShapeOf<PrimitiveNurbsCurve, QEL_3D_SHAPE_NONE>;
+using ShapeBSplineSurf = ShapeOf<PrimitiveBSplineSurf, QEL_3D_SHAPE_NONE>;
+using ShapeNurbsSurf = ShapeOf<PrimitiveNurbsSurf, QEL_3D_SHAPE_NONE>;
+using ShapeGaussSurf = ShapeOf<PrimitiveGaussSurf, QEL_3D_SHAPE_NONE>;
+using ShapePolynomialSurf = ShapeOf<PrimitivePolynomialSurf, QEL_3D_SHAPE_NONE>;

@@ -11,6 +11,7 @@
 
 #include "Qel3DShape.h"
 #include "Shape.h"
+#include "ShapeAdapters.h"
 #include "ShapeFactory.h"
 
 namespace {
@@ -240,4 +241,66 @@ TEST(ShapeKinds, PointSizeIsTheRadiusOfAPointAndInfiniteShapesFitTheScene) {
         build([](Qel3DShape& s) { s.Set3DLine(v(0, 0, 0), v(1, 0, 0), QEL_LINE_SEGMENT); });
     segment->fitToScene(osg::Vec3(-10, -1, -1), osg::Vec3(30, 1, 1), 20, osg::Vec3(10, 0, 0));
     EXPECT_NEAR(worldBox(*segment)._max.x(), 1, 1e-4) << "a segment keeps its length";
+}
+
+// The kinds no description reaches, built from their parameters.
+TEST(ShapeKinds, BuildersReachedOnlyDirectly) {
+    auto extentIs = [](const Shape& s, osg::Vec3 min, osg::Vec3 max) {
+        const osg::BoundingBox box = worldBox(s);
+        for (int a = 0; a < 3; ++a) {
+            EXPECT_NEAR(box._min[a], min[a], 1e-4) << "axis " << a;
+            EXPECT_NEAR(box._max[a], max[a], 1e-4) << "axis " << a;
+        }
+    };
+    ShapePoint point(1, osg::Vec3(1, 2, 3));
+    ASSERT_EQ(point.vertices()->size(), 1u);
+    EXPECT_EQ(point.geometry()->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
+    point.setPointSize(4);
+    EXPECT_EQ(point.pointSize(), 4.0f);
+
+    ShapeLineSegment segment(2, osg::Vec3(0, 0, 0), osg::Vec3(1, 2, 3));
+    extentIs(segment, {0, 0, 0}, {1, 2, 3});
+
+    std::array<osg::Vec3, 8> corners;
+    for (int i = 0; i < 8; ++i)
+        corners[size_t(i)] = osg::Vec3((i & 4) ? 2 : 0, (i & 2) ? 1 : 0, (i & 1) ? 3 : 0);
+    ShapeHexahedron hexahedron(3, corners);
+    extentIs(hexahedron, {0, 0, 0}, {2, 1, 3});
+    hexahedron.setShapeMode(Shape::Lines);
+    EXPECT_EQ(hexahedron.vertices()->size(), 24u);
+
+    // Clamped: the curve starts and ends on its end control points.
+    ShapeBSplineCurve bspline(4, std::vector<osg::Vec3>{{0, 0, 0}, {1, 2, 0}, {3, 2, 0}, {4, 0, 0}},
+                              3);
+    EXPECT_EQ(bspline.vertices()->front(), osg::Vec3(0, 0, 0));
+    EXPECT_EQ(bspline.vertices()->back(), osg::Vec3(4, 0, 0));
+    EXPECT_LT(worldBox(bspline)._max.y(), 2.0f) << "inside the control polygon";
+    // A rational quadratic with weight sqrt(2)/2 is an exact quarter circle.
+    ShapeNurbsCurve arc(
+        5, std::vector<BSpline::Weighted>{{{1, 0, 0}, 1}, {{1, 1, 0}, 0.70710678f}, {{0, 1, 0}, 1}},
+        2);
+    for (const osg::Vec3& p : *arc.vertices())
+        ASSERT_NEAR(p.length(), 1.0f, 1e-5);
+
+    std::vector<osg::Vec3> grid;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            grid.emplace_back(float(i), float(j), 0);
+    ShapeBSplineSurf patch(6, grid, 3, 3, 2);
+    extentIs(patch, {0, 0, 0}, {2, 2, 0});
+    std::vector<BSpline::Weighted> weighted;
+    for (const osg::Vec3& p : grid)
+        weighted.push_back({p, 1.0f});
+    ShapeNurbsSurf same(7, weighted, 3, 3, 2);
+    EXPECT_EQ(*same.vertices(), *patch.vertices());
+
+    ShapeGaussSurf bump(8, osg::Vec3(0, 0, 0), osg::Vec3(0, 0, 0), 2, 1, 1, 3);
+    EXPECT_NEAR(worldBox(bump)._max.z(), 2.0f, 1e-5);
+    EXPECT_NEAR(worldBox(bump)._max.x(), 3.0f, 1e-5);
+    ShapePolynomialSurf tilted(9, osg::Vec3(0, 0, 0), osg::Vec3(0, 0, 0),
+                               std::vector<float>{1, 0, 1, 0}, 1, 2.0f);
+    extentIs(tilted, {-2, -2, -1}, {2, 2, 3});
+    for (Shape* s : std::initializer_list<Shape*>{&bump, &tilted, &patch})
+        for (const osg::Vec3& n : *s->normals())
+            ASSERT_NEAR(n.length(), 1.0f, 1e-4);
 }
