@@ -304,3 +304,16 @@ TEST(ShapeKinds, BuildersReachedOnlyDirectly) {
         for (const osg::Vec3& n : *s->normals())
             ASSERT_NEAR(n.length(), 1.0f, 1e-4);
 }
+
+TEST(ShapeKinds, APolygonThatCannotBeFilledShowsItsOutline) {
+    QelVector3dArray bowtie(4);
+    bowtie[0] = v(0, 0, 0);
+    bowtie[1] = v(2, 2, 0);
+    bowtie[2] = v(2, 0, 0);
+    bowtie[3] = v(0, 2, 0);
+    auto shape = build([&](Qel3DShape& s) { s.Set3DPolygon(bowtie); });
+    ASSERT_TRUE(shape);
+    EXPECT_EQ(shape->vertices()->size(), 8u) << "four edges, no triangles";
+    for (unsigned int i = 0; i < shape->geometry()->getNumPrimitiveSets(); ++i)
+        EXPECT_EQ(shape->geometry()->getPrimitiveSet(i)->getMode(), GLenum(GL_LINES));
+}
