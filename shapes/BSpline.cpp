@@ -39,6 +39,13 @@ osg::Vec3 project(const osg::Vec4& h) {
 
 }  // namespace
 
+std::vector<Weighted> unweighted(const std::vector<osg::Vec3>& points) {
+    std::vector<Weighted> out;
+    for (const osg::Vec3& p : points)
+        out.push_back({p, 1.0f});
+    return out;
+}
+
 osg::Vec3 curve(const std::vector<Weighted>& controls, int degree, float u) {
     if (controls.empty()) return osg::Vec3();
     if (controls.size() == 1) return controls.front().point;

@@ -15,6 +15,9 @@ struct Weighted {
     float weight = 1.0f;
 };
 
+// Control points of a plain B-spline: every weight 1.
+std::vector<Weighted> unweighted(const std::vector<osg::Vec3>& points);
+
 // The curve at u in [0, 1].
 osg::Vec3 curve(const std::vector<Weighted>& controls, int degree, float u);
 // The tensor-product surface at (u, v) over a grid of countU x countV
