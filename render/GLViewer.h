@@ -10,6 +10,7 @@
 #include <osg/Group>
 #include <osg/ref_ptr>
 
+#include "QelRangeImageParameter.h"
 #include "TextOverlayManager.h"
 #include "TextPrototype.h"
 
@@ -27,6 +28,7 @@ class QelColor;
 class QelVar;
 class QelVector3d;
 class Qel3DShape;
+class OSGDataStream;
 class ShaderADS;
 class Shape;
 class ShapeManager;
@@ -109,6 +111,14 @@ public:
     int shapeCount() const;
     const ShapeManager& shapes() const { return *shapes_; }
 
+    // Streamed range images (GLViewerStream.cpp). Initial clears the scene
+    // and returns the stream's id; the steps come from the sampling ratio
+    // or the automatic table.
+    long initialRangeImage(QelRangeImageParameter parameter);
+    long appendDataStream(long id, const void* samples, const void* colours, int type,
+                          int startLine, int endLine);
+    long finishDataStream(long id, QelRangeImage* image);
+
     // Camera, views, light, clipping and furniture (GLViewerView.cpp).
     void setCamera(const QelVector3d& eye, const QelVector3d& centre, const QelVector3d& up);
     void getCamera(QelVector3d* eye, QelVector3d* centre, QelVector3d* up);
@@ -168,6 +178,7 @@ private:
     // that id (11100022 when there is none) and redraws when it returns 0.
     template <typename Change>
     long changeObject(long id, Change change);
+    OSGDataStream* findStream(long id) const;
     // The same for the shape with that id.
     long changeShape(long id, const std::function<void(Shape&)>& change);
     // Infinite lines and planes follow the data's bounds.

@@ -1,0 +1,55 @@
+#include "OSGDataStream.h"
+
+OSGDataStream::OSGDataStream(const QelRangeImageParameter& parameter, int renderMode, int id)
+    : OSGData(id, RangeImageStream, false),
+      triangles_(new osg::DrawElementsUInt(GL_TRIANGLES)),
+      points_(new osg::DrawArrays(GL_POINTS, 0, 0)),
+      polygonMode_(new osg::PolygonMode) {
+    stream_ =
+        std::make_unique<QelDataStreamAlg>(parameter, vertices_, colors_, normals_, triangles_);
+    geometry_->setVertexArray(vertices_.get());
+    geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
+    geometry_->setNormalArray(normals_.get(), osg::Array::BIND_PER_VERTEX);
+    renderMode_ = -1;
+    apply(renderMode == 0 || renderMode == 1 ? renderMode : 4);
+}
+
+long OSGDataStream::initialize() {
+    const long status = stream_->initialize();
+    valid_ = status == 0 ? 1 : 0;
+    return status;
+}
+
+long OSGDataStream::append(const void* data, const void* colour, int type, int startLine,
+                           int endLine) {
+    const long status = stream_->appendDataStream(data, colour, type, startLine, endLine);
+    if (status != 0) return status;
+    points_->setCount(static_cast<GLsizei>(vertices_->size()));
+    vertices_->dirty();
+    colors_->dirty();
+    normals_->dirty();
+    triangles_->dirty();
+    points_->dirty();
+    geometry_->dirtyBound();
+    return 0;
+}
+
+void OSGDataStream::setRenderMode(int mode) {
+    if (mode == renderMode_ || (mode != 0 && mode != 1 && mode != 4)) return;
+    apply(mode);
+}
+
+void OSGDataStream::apply(int mode) {
+    osg::StateSet* ss = geometry_->getOrCreateStateSet();
+    geometry_->removePrimitiveSet(0, geometry_->getNumPrimitiveSets());
+    if (mode == 0) {
+        ss->removeAttribute(polygonMode_.get());
+        geometry_->addPrimitiveSet(points_.get());
+    } else {
+        geometry_->addPrimitiveSet(triangles_.get());
+        ss->setAttribute(polygonMode_.get());
+        setPolygonMode(polygonMode_.get(), mode);
+        triangles_->dirty();
+    }
+    renderMode_ = mode;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+#include <osg/PolygonMode>
+
+#include "OSGData.h"
+#include "QelDataStreamAlg.h"
+
+// A range image streamed band by band (kind 4): its geometry hangs directly
+// under the root (no model matrix) and grows with every band its stream
+// appends. Render modes 0 points, 1 wireframe, 4 faces.
+class OSGDataStream : public OSGData {
+public:
+    OSGDataStream(const QelRangeImageParameter& parameter, int renderMode, int id);
+
+    QelDataStreamAlg& stream() { return *stream_; }
+    // 0, or the stream's status.
+    long initialize();
+    // Appends a band (see QelDataStreamAlg) and hands the new geometry to
+    // the scene graph.
+    long append(const void* data, const void* colour, int type, int startLine, int endLine);
+    void setRenderMode(int mode) override;
+    void setMatrix(const osg::Matrix&) override {}
+
+private:
+    void apply(int mode);
+
+    osg::ref_ptr<osg::DrawElementsUInt> triangles_;
+    osg::ref_ptr<osg::DrawArrays> points_;
+    osg::ref_ptr<osg::PolygonMode> polygonMode_;
+    std::unique_ptr<QelDataStreamAlg> stream_;
+};
