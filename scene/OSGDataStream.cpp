@@ -25,11 +25,18 @@ long OSGDataStream::append(const void* data, const void* colour, int type, int s
     const long status = stream_->appendDataStream(data, colour, type, startLine, endLine);
     if (status != 0) return status;
     points_->setCount(static_cast<GLsizei>(vertices_->size()));
+    // With vertex array objects, marking a grown array dirty is not enough
+    // to reach the screen: the arrays and the primitive are handed to the
+    // geometry again.
     vertices_->dirty();
-    colors_->dirty();
     normals_->dirty();
     triangles_->dirty();
     points_->dirty();
+    geometry_->setVertexArray(vertices_.get());
+    geometry_->setNormalArray(normals_.get(), osg::Array::BIND_PER_VERTEX);
+    refreshColours();
+    geometry_->setPrimitiveSet(
+        0, renderMode_ == 0 ? static_cast<osg::PrimitiveSet*>(points_.get()) : triangles_.get());
     geometry_->dirtyBound();
     return 0;
 }
