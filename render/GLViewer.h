@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
@@ -179,6 +180,7 @@ private:
     template <typename Change>
     long changeObject(long id, Change change);
     OSGDataStream* findStream(long id) const;
+    void requestStreamRedraw();
     // The same for the shape with that id.
     long changeShape(long id, const std::function<void(Shape&)>& change);
     // Infinite lines and planes follow the data's bounds.
@@ -198,6 +200,8 @@ private:
     TextOverlayManager textOverlays_;
     std::unique_ptr<OSGDataManager> registry_;
     std::unique_ptr<ShapeManager> shapes_;
+    QElapsedTimer streamRedrawClock_;
+    bool streamRedrawPending_ = false;
     QStringList infoText_;
     int defaultMode_ = 4;
     int samplingStep_ = 0;

@@ -1,6 +1,7 @@
 // GLViewer's streamed range images: a stream is a render object of kind 4
 // in the registry; bands are appended under the scene lock.
 #include <QCoreApplication>
+#include <QTimer>
 #include <algorithm>
 
 #include "GLViewer.h"
@@ -37,6 +38,25 @@ long GLViewer::initialRangeImage(QelRangeImageParameter parameter) {
     return id;
 }
 
+// A frame draws the whole scan so far, so a scanner's bands would each pay
+// for one: bands ask for at most one redraw every 100 ms, and the last band
+// of a burst is drawn when the interval has passed.
+void GLViewer::requestStreamRedraw() {
+    constexpr int kIntervalMs = 100;
+    if (!streamRedrawClock_.isValid() || streamRedrawClock_.elapsed() >= kIntervalMs) {
+        streamRedrawClock_.start();
+        dataChanged();
+        return;
+    }
+    if (streamRedrawPending_) return;
+    streamRedrawPending_ = true;
+    QTimer::singleShot(kIntervalMs - int(streamRedrawClock_.elapsed()), this, [this] {
+        streamRedrawPending_ = false;
+        streamRedrawClock_.start();
+        dataChanged();
+    });
+}
+
 OSGDataStream* GLViewer::findStream(long id) const {
     OSGData* object = id >= 0 ? registry_->find(static_cast<int>(id)) : nullptr;
     return object && object->kind() == OSGData::RangeImageStream
@@ -62,7 +82,7 @@ long GLViewer::appendDataStream(long id, const void* samples, const void* colour
     if (status != 0) return status;
     // The first lines of a scan: show them when the camera does not.
     if (first && manipulator_) fitIfOutOfView(bound);
-    dataChanged();
+    requestStreamRedraw();
     return QelStatus::kOk;
 }
 

@@ -50,10 +50,17 @@ long QelDataStreamAlg::initialize() {
         gridRows_ = (p.height + p.rowStep - 1) / p.rowStep;
         gridColumns_ = (p.width + p.columnStep - 1) / p.columnStep;
         index_.assign(size_t(gridRows_) * size_t(gridColumns_), kNoVertex);
+        // Room for the whole scan up front: growing by reallocation would copy
+        // every vertex received so far, now and then, in the middle of a band.
+        const size_t cells = index_.size();
         vertices_->clear();
         colours_->clear();
         normals_->clear();
         triangles_->clear();
+        vertices_->reserve(cells);
+        colours_->reserve(cells);
+        normals_->reserve(cells);
+        triangles_->reserve(cells * 6);
     } catch (const std::bad_alloc&) {
         return QelStatus::kCountTooLarge;
     }
