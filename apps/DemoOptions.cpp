@@ -37,6 +37,10 @@ const char* DemoOptions::usage() {
            "  --view NAME            top, bottom, front, back, left, right or oblique\n"
            "  --colors height|own    colour by height (default) or by the file's colours\n"
            "  --size WIDTH,HEIGHT    window size in pixels (default 1000,800)\n"
+           "  --scan                 stream the sample line by line as a scanner would, then\n"
+           "                         show the finished image; with --screenshot a picture\n"
+           "                         half-way (FILE with -half before its suffix) and one at\n"
+           "                         the end\n"
            "  --help                 this text\n"
            "\n"
            "Exit status: 0 when the sample or at least one named file was shown; 1 for a\n"
@@ -50,6 +54,10 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
         const QString& a = args[i];
         if (a == "--help" || a == "-h") {
             help = true;
+            continue;
+        }
+        if (a == "--scan") {
+            scan = true;
             continue;
         }
         if (!a.startsWith("--")) {

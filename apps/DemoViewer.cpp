@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QResizeEvent>
 #include <QWidget>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -177,6 +178,62 @@ void light(long long view) {
     QelSetLightParameter(view, 0.35f, 0.8f, 0.15f);
 }
 
+// The path with "-half" before its suffix.
+QString halfWayPath(const QString& path) {
+    const QFileInfo info(path);
+    return info.path() + "/" + info.completeBaseName() + "-half." + info.suffix();
+}
+
+bool saveWindow(QWidget& host, const QString& path) {
+    QCoreApplication::processEvents();
+    const QImage picture = host.grab().toImage();
+    if (!picture.save(path)) return false;
+    std::printf("wrote %s (%d x %d)\n", qPrintable(path), picture.width(), picture.height());
+    return true;
+}
+
+// Streams the sample as a line scanner delivers it, 20 lines a band, the
+// picture refreshed as the part grows, then shows the finished image.
+bool scanSample(QWidget& host, long long view, const QString& screenshot) {
+    using S = MachinedPartSample;
+    QelRangeImage part = S::build();
+    QelColorArray colours;
+    QelLUTSetting().ColorMapLUT(part, 5, &colours);  // height colours, as the display gives
+    const long id =
+        QelInitialRangeImage(view, QEL_16U, S::kWidth, S::kHeight, S::kPixelSize, 0, S::kPixelSize,
+                             0, S::kHeightStep, S::kHeightOffset, -1e9, 1e9, colours.Channel());
+    if (failed(id)) {
+        std::fprintf(stderr, "the scan could not start: %ld %s\n", id, QelGetStatusText(id));
+        return false;
+    }
+    QelVar scanning(L"Machined part, scanning...");
+    QelDrawMessageText(view, scanning);
+    // Obliquely from above over the whole part, before its first line.
+    const float w = S::kHeight * S::kPixelSize, h = S::kWidth * S::kPixelSize, d = 190.0f;
+    QelVector3d centre(w / 2, h / 2, 10),
+        from(w / 2 - 0.45f * d, h / 2 - 0.35f * d, 10 + 0.82f * d), up(0, 0, 1);
+    QelSetCamera(view, from, centre, up);
+    constexpr int kBand = 20;
+    const int lineBytes = S::kWidth * 2;
+    for (int line = 0; line < S::kHeight; line += kBand) {
+        const int end = std::min(S::kHeight, line + kBand);
+        QelAppendDataStream(view, id, part.Data() + size_t(line) * lineBytes,
+                            colours.Data() + size_t(line) * S::kWidth * colours.Channel(), QEL_16U,
+                            line, end);
+        QCoreApplication::processEvents();
+        if (end == S::kHeight / 2 && !screenshot.isEmpty() &&
+            !saveWindow(host, halfWayPath(screenshot)))
+            return false;
+    }
+    QelRangeImage finished;
+    QelFinishDataStream(view, id, &finished);
+    const long shown = QelDisplayRangeImage(view, finished);
+    QelVar title(L"Machined part, 90 x 60 mm, scanned line by line");
+    QelDrawMessageText(view, title);
+    QelSetCamera(view, from, centre, up);
+    return !failed(shown);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -203,6 +260,14 @@ int main(int argc, char** argv) {
         return 1;
     }
     light(host.view);
+
+    if (options.scan) {
+        if (!scanSample(host, host.view, options.screenshot)) return 1;
+        if (options.screenshot.isEmpty()) return app.exec();
+        const bool saved = saveWindow(host, options.screenshot);
+        QelDestory3DWnd(host.view);
+        return saved ? 0 : 1;
+    }
 
     Demo demo(options, host.view);
     for (const QString& file : options.files)
@@ -233,15 +298,8 @@ int main(int argc, char** argv) {
     if (options.screenshot.isEmpty()) return app.exec();
 
     // The whole window as the host embeds it: tool bar, view, status line.
-    app.processEvents();
-    const QImage picture = host.grab().toImage();
-    const bool saved = picture.save(options.screenshot);
+    const bool saved = saveWindow(host, options.screenshot);
     QelDestory3DWnd(host.view);
-    if (!saved) {
-        std::fprintf(stderr, "could not write %s\n", qPrintable(options.screenshot));
-        return 1;
-    }
-    std::printf("wrote %s (%d x %d)\n", qPrintable(options.screenshot), picture.width(),
-                picture.height());
-    return 0;
+    if (!saved) std::fprintf(stderr, "could not write %s\n", qPrintable(options.screenshot));
+    return saved ? 0 : 1;
 }

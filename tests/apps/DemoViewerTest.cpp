@@ -108,3 +108,24 @@ TEST(DemoViewer, PlainDepthMapsGetAHeightScaleUnlessAResolutionIsGiven) {
     EXPECT_EQ(given.exitCode, 0) << given.err;
     EXPECT_FALSE(contains(given.out, "height scale")) << given.out;
 }
+
+TEST(DemoViewer, ScanStreamsTheSampleAndSavesHalfWayAndAtTheEnd) {
+    TempDir dir;
+    const std::string shot = dir.file("scan.png");
+    const DemoRun run = demo(dir, "--scan --size 500,400 --screenshot '" + shot + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    const QImage half(QString::fromStdString(dir.file("scan-half.png")));
+    const QImage end(QString::fromStdString(shot));
+    ASSERT_EQ(half.size(), QSize(500, 400));
+    ASSERT_EQ(end.size(), QSize(500, 400));
+    // Half the part is on screen half-way: fewer non-black pixels in the view.
+    auto covered = [](const QImage& image) {
+        int n = 0;
+        for (int y = 50; y < image.height() - 30; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                n += qGray(image.pixel(x, y)) > 30;
+        return n;
+    };
+    EXPECT_LT(covered(half), covered(end) * 0.85);
+    EXPECT_GT(covered(half), covered(end) * 0.3);
+}
