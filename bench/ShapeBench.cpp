@@ -10,10 +10,8 @@
 #include <vector>
 
 #include "BenchTiming.h"
+#include "HostView.h"
 #include "Qel3DGraphics.h"
-
-// Xlib's macros clash with Qt's: it comes last.
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -83,17 +81,9 @@ double frame(long long view) {
 }  // namespace
 
 int main() {
-    Display* display = XOpenDisplay(nullptr);
-    if (!display) {
-        std::fprintf(stderr, "bench_shapes needs an X server\n");
-        return 1;
-    }
-    const Window host =
-        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 800, 800, 0, 0, 0);
-    XMapWindow(display, host);
-    XSync(display, False);
-    long long view = 0;
-    if (QELMV::QelCreate3DWnd(static_cast<long long>(host), &view) != 0) return 1;
+    bench::HostView host("bench_shapes", 800, 800);
+    const long long view = host.view();
+    if (!view) return 1;
     QelPointCloud points = cloud();
     QELMV::QelDisplayPointCloud(view, points);
     QELMV::QelSetPerspective(view, QELMV::QEL_3D_VIEW_OBLIQUE);
@@ -119,7 +109,5 @@ int main() {
         kPoints, alone, beside, beside / alone);
     std::printf("{\"bench\":\"shapes\",\"shapes\":%d,\"clear_all_s\":%.4f}\n", kShapes,
                 clearSeconds);
-    QELMV::QelDestory3DWnd(view);
-    XCloseDisplay(display);
     return 0;
 }

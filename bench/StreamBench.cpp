@@ -21,10 +21,8 @@
 #include <vector>
 
 #include "BenchTiming.h"
+#include "HostView.h"
 #include "Qel3DGraphics.h"
-
-// Xlib's macros clash with Qt's: it comes last.
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -69,17 +67,9 @@ std::vector<std::uint16_t> scanLines() {
 }  // namespace
 
 int main() {
-    Display* display = XOpenDisplay(nullptr);
-    if (!display) {
-        std::fprintf(stderr, "bench_stream needs an X server\n");
-        return 1;
-    }
-    const Window host =
-        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 800, 800, 0, 0, 0);
-    XMapWindow(display, host);
-    XSync(display, False);
-    long long view = 0;
-    if (QELMV::QelCreate3DWnd(static_cast<long long>(host), &view) != 0) return 1;
+    bench::HostView host("bench_stream", 800, 800);
+    const long long view = host.view();
+    if (!view) return 1;
     FrameClock frames;
     QCoreApplication::instance()->installEventFilter(&frames);
 
@@ -149,7 +139,5 @@ int main() {
         "{\"bench\":\"stream\",\"finish_s\":%.4f,\"peak_resident_bytes\":%.0f,"
         "\"display_finished_image_and_frame_s\":%.4f}\n",
         finishSeconds, peak, wholeSeconds);
-    QELMV::QelDestory3DWnd(view);
-    XCloseDisplay(display);
     return 0;
 }
