@@ -5,8 +5,10 @@
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <osg/BoundingBox>
 #include <osg/BoundingSphere>
 #include <osg/Group>
 #include <osg/ref_ptr>
@@ -180,11 +182,16 @@ private:
     template <typename Change>
     long changeObject(long id, Change change);
     OSGDataStream* findStream(long id) const;
+    // The sampling ratio set by the host, or the automatic step for an image
+    // of that size.
+    int samplingStepFor(std::uint64_t width, std::uint64_t height) const;
     void requestStreamRedraw();
     // The same for the shape with that id.
     long changeShape(long id, const std::function<void(Shape&)>& change);
     // Infinite lines and planes follow the data's bounds.
     void fitShapesToScene();
+    osg::BoundingBox dataBounds() const;
+    static void fitToBounds(Shape& shape, const osg::BoundingBox& box);
 
     QelOSGWidget* osgWidget_ = nullptr;
     ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed

@@ -70,6 +70,10 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
     return id;
 }
 
+int GLViewer::samplingStepFor(std::uint64_t width, std::uint64_t height) const {
+    return samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(width) * height);
+}
+
 long GLViewer::addPointCloud(const QelPointCloud& cloud, bool replace) {
     if (!MemoryBudget::fits(
             MemoryBudget::pointCloud(std::uint64_t(cloud.Length()), cloud.IsValidColor() ? 4 : 0)))
@@ -102,9 +106,9 @@ QStringList rangeImageInfo(const QelRangeImage& image) {
 long GLViewer::addRangeImage(const QelRangeImage& image, bool replace) {
     const std::uint64_t w = std::uint64_t(std::max(image.Width(), 0));
     const std::uint64_t h = std::uint64_t(std::max(image.Height(), 0));
-    const int step = samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(w) * h);
-    if (!MemoryBudget::fits(MemoryBudget::rangeImage(
-            w, h, QelRangeImage::SampleSize(image.DataType()), image.ColorChannels(), step)))
+    if (!MemoryBudget::fits(MemoryBudget::rangeImage(w, h,
+                                                     QelRangeImage::SampleSize(image.DataType()),
+                                                     image.ColorChannels(), samplingStepFor(w, h))))
         return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     return adopt(std::make_unique<OSGRangeImage>(image, defaultMode_, static_cast<int>(id),
@@ -133,8 +137,8 @@ long GLViewer::addImage(const QelImage& image, bool replace) {
     // Drawn like a range image of at most two bytes a sample.
     const std::uint64_t w = std::uint64_t(std::max(image.Width(), 0));
     const std::uint64_t h = std::uint64_t(std::max(image.Height(), 0));
-    const int step = samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(w) * h);
-    if (!MemoryBudget::fits(MemoryBudget::rangeImage(w, h, 2, image.Channels(), step)))
+    if (!MemoryBudget::fits(
+            MemoryBudget::rangeImage(w, h, 2, image.Channels(), samplingStepFor(w, h))))
         return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
     auto object =

@@ -15,12 +15,14 @@ long GLViewer::showShape(const Qel3DShape& description) {
     const long id = ObjectIdCounter::take();
     std::unique_ptr<Shape> shape = createShape(description, static_cast<unsigned int>(id));
     if (!shape) return QelStatus::kShapeRefused;
+    // Only a new infinite shape needs the data's bounds; the others are
+    // fitted already.
+    if (shape->resizesToScene()) fitToBounds(*shape, dataBounds());
     {
         SceneLockGuard lock(osgWidget_);
         shapes_->add(std::move(shape));
     }
     if (initialised_ && !manipulator_) installManipulator();
-    fitShapesToScene();
     requestRedraw();
     return id;
 }
@@ -64,13 +66,21 @@ long GLViewer::changeShape(long id, const std::function<void(Shape&)>& change) {
     return QelStatus::kOk;
 }
 
-void GLViewer::fitShapesToScene() {
-    if (shapes_->count() == 0) return;
+osg::BoundingBox GLViewer::dataBounds() const {
     osg::ComputeBoundsVisitor visitor;
     dataGroup_->accept(visitor);
-    const osg::BoundingBox& box = visitor.getBoundingBox();
-    if (!box.valid()) return;
+    return visitor.getBoundingBox();
+}
+
+void GLViewer::fitToBounds(Shape& shape, const osg::BoundingBox& box) {
+    if (box.valid()) shape.fitToScene(box._min, box._max, box.radius(), box.center());
+}
+
+void GLViewer::fitShapesToScene() {
+    if (shapes_->count() == 0) return;
+    const osg::BoundingBox box = dataBounds();
     SceneLockGuard lock(osgWidget_);
-    shapes_->forEach(
-        [&](Shape& s) { s.fitToScene(box._min, box._max, box.radius(), box.center()); });
+    shapes_->forEach([&](Shape& s) {
+        if (s.resizesToScene()) fitToBounds(s, box);
+    });
 }

@@ -10,15 +10,14 @@
 #include "OSGDataStream.h"
 #include "ObjectIdCounter.h"
 #include "QelOSGWidget.h"
-#include "SamplingStep.h"
 #include "SceneLockGuard.h"
 #include "StatusCodes.h"
 
 long GLViewer::initialRangeImage(QelRangeImageParameter parameter) {
     clearScene();
     // Drawn at the density of the same image displayed whole.
-    const double pixels = double(parameter.width) * parameter.height;
-    const int step = samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(pixels);
+    const int step =
+        samplingStepFor(std::uint64_t(parameter.width), std::uint64_t(parameter.height));
     parameter.rowStep = parameter.columnStep = step;
     if (!MemoryBudget::fits(MemoryBudget::rangeImage(
             std::uint64_t(parameter.width), std::uint64_t(parameter.height),
