@@ -25,19 +25,10 @@ long QelInitialRangeImage(long long window, int dataType, int width, int height,
         if (!std::isfinite(mapping[i])) return QelStatus::argument(5 + i);
     if (std::isnan(zMin)) return QelStatus::argument(11);
     if (std::isnan(zMax) || zMin > zMax) return QelStatus::argument(12);
-    QelRangeImageParameter p;
-    p.dataType = dataType;
-    p.width = width;
-    p.height = height;
-    p.resolutionX = resolutionX;
-    p.offsetX = offsetX;
-    p.resolutionY = resolutionY;
-    p.offsetY = offsetY;
-    p.resolutionZ = resolutionZ;
-    p.offsetZ = offsetZ;
-    p.zMin = zMin;
-    p.zMax = zMax;
-    p.colourChannels = colourChannels;
+    // Steps are the view's to choose.
+    const QelRangeImageParameter p{
+        dataType,    width,   height,      1,       1,    resolutionX, offsetX,
+        resolutionY, offsetY, resolutionZ, offsetZ, zMin, zMax,        colourChannels};
     return v->initialRangeImage(p);
 }
 
