@@ -68,7 +68,6 @@ std::string FileFormatTable::formatOfContent(const std::uint8_t* head, std::size
 
 bool FileFormatTable::plausibleStart(const std::string& format, const std::uint8_t* head,
                                      std::size_t headSize, std::uint64_t fileSize) {
-    const bool noNul = std::find(head, head + headSize, 0) == head + headSize;
     if (format == "ply") return startsWith(head, headSize, "ply");
     if (format == "pcd") {
         // A text header, though binary data may follow it within the head.
@@ -83,7 +82,7 @@ bool FileFormatTable::plausibleStart(const std::string& format, const std::uint8
     }
     if (format == "image") return ImageRangeReader::hasImageSignature(head, headSize);
     // Text formats: xyz and its kin, obj, off, csv.
-    return noNul;
+    return std::find(head, head + headSize, 0) == head + headSize;
 }
 
 FileFormatTable::RangeReader FileFormatTable::rangeReader(const std::string& suffix) {
