@@ -234,6 +234,7 @@ long QelSetDefaultLUT(long long window, int table) {
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(table) > 6) return QelStatus::argument(2);
     ColorMapIndex::set(table);
+    WindowRegistry::find(window)->colourTableChanged();
     return 0;
 }
 

@@ -102,6 +102,22 @@ long QelSetLightState(long long window, bool on) {
     return 0;
 }
 
+long QelSetAxisVisible(long long window, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->setAxisVisible(visible);
+    return 0;
+}
+
+long QelSetGridVisible(long long window, bool visible) {
+    QEL_ON_GUI_THREAD_ONLY();
+    GLViewer* v = WindowRegistry::findViewer(window);
+    if (!v) return QelStatus::kUnknownWindow;
+    v->setGridVisible(visible);
+    return 0;
+}
+
 long QelSetLightParameter(long long window, float power, QelVector3d& direction) {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);

@@ -41,6 +41,9 @@ const char* DemoOptions::usage() {
            "                         show the finished image; with --screenshot a picture\n"
            "                         half-way (FILE with -half before its suffix) and one at\n"
            "                         the end\n"
+           "  --no-axis              without the measuring box and its scale\n"
+           "  --no-legend            without the colour bar\n"
+           "  --background white     a white background (the default is black)\n"
            "  --help                 this text\n"
            "\n"
            "Exit status: 0 when the sample or at least one named file was shown; 1 for a\n"
@@ -56,8 +59,10 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
             help = true;
             continue;
         }
-        if (a == "--scan") {
-            scan = true;
+        if (a == "--scan" || a == "--no-axis" || a == "--no-legend") {
+            scan = scan || a == "--scan";
+            axis = axis && a != "--no-axis";
+            legend = legend && a != "--no-legend";
             continue;
         }
         if (!a.startsWith("--")) {
@@ -83,6 +88,9 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
             for (int v = 0; v < 7; ++v)
                 if (value == kViews[v]) view = v;
             ok = view >= 0;
+        } else if (a == "--background") {
+            ok = value == "white" || value == "black";
+            background = value;
         } else if (a == "--colors") {
             ok = value == "height" || value == "own";
             ownColours = value == "own";

@@ -13,7 +13,10 @@ struct DemoOptions {
     int view = -1;            // a Qel3DPerspective, or -1 for the demo's own oblique view
     bool ownColours = false;  // --colors own
     int width = 1000, height = 800;
-    bool scan = false;  // stream the sample line by line
+    bool scan = false;   // stream the sample line by line
+    bool axis = true;    // the measuring box with its scale
+    bool legend = true;  // the colour bar
+    QString background;  // "white" or empty for the default black
     bool help = false;
 
     // Fills the options from the arguments after the program name; false

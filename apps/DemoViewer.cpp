@@ -2,6 +2,7 @@
 // exported functions, as a host application would, and shows the files named
 // on its command line or else the bundled machined-part sample. Options:
 // DemoOptions::usage().
+#include <QAction>
 #include <QApplication>
 #include <QFileInfo>
 #include <QResizeEvent>
@@ -178,6 +179,19 @@ void light(long long view) {
     QelSetLightParameter(view, 0.35f, 0.8f, 0.15f);
 }
 
+// The measuring box, the colour legend (through its tool-bar button, as a
+// user clicks it) and the background the options ask for.
+void furnish(QWidget& host, long long view, const DemoOptions& options) {
+    if (options.background == "white") {
+        QelColor white(255, 255, 255, 255);
+        QelSet3DBackgroundColor(view, white);
+    }
+    QelSetAxisVisible(view, options.axis);
+    if (!options.legend) return;
+    for (QAction* action : host.findChildren<QAction*>())
+        if (action->text() == "Show Color Bar" && !action->isChecked()) action->trigger();
+}
+
 // The path with "-half" before its suffix.
 QString halfWayPath(const QString& path) {
     const QFileInfo info(path);
@@ -263,6 +277,7 @@ int main(int argc, char** argv) {
 
     if (options.scan) {
         if (!scanSample(host, host.view, options.screenshot)) return 1;
+        furnish(host, host.view, options);
         if (options.screenshot.isEmpty()) return app.exec();
         const bool saved = saveWindow(host, options.screenshot);
         QelDestory3DWnd(host.view);
@@ -288,6 +303,7 @@ int main(int argc, char** argv) {
         QelVar title(L"Machined part, 90 x 60 mm, 16-bit range image");
         QelDrawMessageText(host.view, title);
     }
+    furnish(host, host.view, options);
     if (options.view >= 0) {
         QelSetPerspective(host.view, static_cast<Qel3DPerspective>(options.view));
         Qel3DZoomFitWnd(host.view);

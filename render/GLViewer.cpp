@@ -10,6 +10,7 @@
 #include "OSGDataManager.h"
 #include "ObjectIdCounter.h"
 #include "QelColor.h"
+#include "QelCubeAxis3d.h"
 #include "QelOSGWidget.h"
 #include "QelVar.h"
 #include "QelVector3d.h"
@@ -48,7 +49,9 @@ int GLViewer::renderObjectCount() const {
 }
 
 GLViewer::~GLViewer() {
-    // The viewer holds the manipulator; the widget's teardown releases both.
+    // The axis holds the viewer's camera; the viewer holds the manipulator,
+    // and the widget's teardown releases both.
+    cubeAxis_.reset();
     delete osgWidget_;
     osgWidget_ = nullptr;
 }
@@ -89,6 +92,10 @@ void GLViewer::initializeScene() {
     camera->setClearColor(osg::Vec4(background_.red() / 255.0f, background_.green() / 255.0f,
                                     background_.blue() / 255.0f, background_.alpha() / 255.0f));
     initialised_ = true;
+    if (axisOn_ && !manipulator_) {
+        installManipulator();
+        rebuildCubeAxis();
+    }
     applyLightState();
     textPrototype_.text();
 }
@@ -107,7 +114,9 @@ void GLViewer::setBackgroundColor(int r, int g, int b, int a) {
         SceneLockGuard lock(osgWidget_);
         viewer->getCamera()->setClearColor(
             osg::Vec4(r / 255.0f, g / 255.0f, b / 255.0f, a / 255.0f));
+        if (cubeAxis_) cubeAxis_->setLabelColor(toVec4(labelColour()));
     }
+    emit sig_labelColour(QColor(255 - r, 255 - g, 255 - b, 255));
     dataChanged();  // the bounding box is drawn in the inverted background colour
 }
 
@@ -174,6 +183,7 @@ QImage GLViewer::grabFrame() {
 
 void GLViewer::dataChanged() {
     if (bboxVisible_) rebuildBoundingBox();
+    if (axisOn_) rebuildCubeAxis();
     fitShapesToScene();
     requestRedraw();
 }

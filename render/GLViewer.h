@@ -36,6 +36,7 @@ class ShaderADS;
 class Shape;
 class ShapeManager;
 class ViewerManipulator;
+class QelCubeAxis3d;
 
 // The 3D view of a window: owns the scene, the embedded viewer widget, the
 // camera manipulator, the lighting program and the text overlays. The scene
@@ -143,6 +144,14 @@ public:
     // 11501002 when the picture cannot be taken.
     long screenShot(QelImage* out);
 
+    // The cube axis around the data and its grid (GLViewerAxis.cpp). The
+    // axis exists while it is switched on and the data has a positive
+    // extent on every axis; flat data simply has none.
+    void setAxisVisible(bool visible);
+    bool axisVisible() const { return axisOn_; }
+    void setGridVisible(bool visible);
+    QelCubeAxis3d* cubeAxis() const { return cubeAxis_.get(); }
+
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
@@ -150,7 +159,15 @@ public:
     // After a change to the render objects: the bounding box follows them.
     void dataChanged();
 
+public slots:
+    // Recolours every height-coloured render object against [min, max].
+    void applyHeightRange(double min, double max);
+
 signals:
+    // The height range of a newly added render object.
+    void sig_heightRange(double min, double max);
+    // The inverse of the background colour, for texts drawn over the view.
+    void sig_labelColour(const QColor& colour);
     // The status lines for the window: the first for log level 0, the
     // second (when there is one) for level 1.
     void sig_infoText(const QStringList& lines);
@@ -171,6 +188,12 @@ private:
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
     void rebuildBoundingBox();
+    // Builds, re-sizes or drops the cube axis for the data's bounds.
+    void rebuildCubeAxis();
+    void dropCubeAxis();
+    // The inverse of the background, with its alpha.
+    QColor labelColour() const;
+    static osg::Vec4 toVec4(const QColor& colour);
     void repairProjection();
     void fitIfOutOfView(const osg::BoundingSphere& bound);
     // Takes a newly built object: refuses it when unusable or too large,
@@ -214,6 +237,11 @@ private:
     int samplingStep_ = 0;
     bool useHeightColours_ = true;
     bool bboxVisible_ = false;
+    bool axisOn_ = false;
+    bool gridOn_ = true;
+    std::unique_ptr<QelCubeAxis3d> cubeAxis_;
+    bool clipOn_ = false;
+    osg::Vec4 clipPlane_;
     osg::ref_ptr<osg::Group> bboxGroup_;
     QColor textPenColour_{Qt::white};
     long textPenSize_ = 12;

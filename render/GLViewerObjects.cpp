@@ -55,6 +55,7 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
          box.xMin() < -2147483648.0f || box.yMin() < -2147483648.0f || box.zMin() < -2147483648.0f))
         return QelStatus::kExtentTooLarge;
     const long id = object->id();
+    const double minZ = object->minZ(), maxZ = object->maxZ();
     const bool intoEmptyScene = replace || registry_->count() == 0;
     {
         SceneLockGuard lock(osgWidget_);
@@ -62,6 +63,7 @@ long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStrin
         registry_->add(std::move(object));
     }
     setInfoText(info);
+    emit sig_heightRange(minZ, maxZ);
     if (initialised_ && !manipulator_)
         installManipulator();
     else if (intoEmptyScene && manipulator_)
@@ -260,7 +262,9 @@ long GLViewer::setRenderColor(long id, const QelColorArray& colours) {
     const long status = changeObject(id, [&](OSGData& o) {
         if (colours.IsEmpty()) return QelStatus::kColorRefused;
         if (colours.Channel() < 3) return QelStatus::kColorChannels;
-        return o.setColors(colours) ? QelStatus::kOk : QelStatus::kColorRefused;
+        if (!o.setColors(colours)) return QelStatus::kColorRefused;
+        o.markHostColoured();
+        return QelStatus::kOk;
     });
     if (status != QelStatus::kObjectNotFound) return status;
     // A shape takes the array's first colour.

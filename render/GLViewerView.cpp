@@ -9,6 +9,7 @@
 #include "OSGDataManager.h"
 #include "Qel3DPlane.h"
 #include "QelColor.h"
+#include "QelCubeAxis3d.h"
 #include "QelImage.h"
 #include "QelOSGWidget.h"
 #include "QelVector3d.h"
@@ -120,7 +121,8 @@ void GLViewer::zoomFit() {
         const osg::BoundingSphere bound = dataGroup_->getBound();
         if (bound.valid() && bound.radius() > 0) {
             m->setCenter(bound.center());
-            m->setDistance(bound.radius() * 3.5);
+            // The cube axis's labels sit outside the data: leave them room.
+            m->setDistance(bound.radius() * (cubeAxis_ ? 4.2 : 3.5));
         }
     }
     m->sendViewportChangedMsg();
@@ -195,6 +197,9 @@ void GLViewer::setClipPlane(const Qel3DPlane& plane) {
         const double d = -(double(n.x) * p.x + double(n.y) * p.y + double(n.z) * p.z);
         SceneLockGuard lock(osgWidget_);
         lighting_->setClipPlane(float(n.x), float(n.y), float(n.z), float(d));
+        clipOn_ = true;
+        clipPlane_.set(float(n.x), float(n.y), float(n.z), float(d));
+        if (cubeAxis_) cubeAxis_->setClipPlane(clipPlane_);
     }
     requestRedraw();
 }

@@ -43,6 +43,10 @@ public:
     // Call after changing the colour array in place.
     void refreshColours();
     virtual void setUseHeightColours(bool on) { useHeightColours_ = on; }
+    // Whether the colours come from the heights, so that a new height range
+    // recolours the object; not for own colours or colours a host set.
+    virtual bool heightColoured() const { return !coloursLocked_ && !hostColoured_; }
+    void markHostColoured() { hostColoured_ = true; }
     virtual int id() const { return id_; }
     virtual double minZ() const { return minZ_; }
     virtual double maxZ() const { return maxZ_; }
@@ -90,4 +94,5 @@ protected:
     double minZ_;
     double maxZ_;
     bool useHeightColours_;
+    bool hostColoured_ = false;
 };

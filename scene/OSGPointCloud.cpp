@@ -61,6 +61,10 @@ void OSGPointCloud::applyDefaultColours() {
     refreshColours();
 }
 
+bool OSGPointCloud::heightColoured() const {
+    return OSGData::heightColoured() && (useHeightColours_ || !source_.IsValidColor());
+}
+
 void OSGPointCloud::setUseHeightColours(bool on) {
     useHeightColours_ = on;
     applyDefaultColours();

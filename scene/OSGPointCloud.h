@@ -20,6 +20,7 @@ public:
     void setPointSize(float size) override;
     void applyDefaultColours() override;
     void setUseHeightColours(bool on) override;
+    bool heightColoured() const override;
 
     // 0 plain points, anything else lit sphere sprites.
     void setPointRenderMode(int mode);

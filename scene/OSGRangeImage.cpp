@@ -212,6 +212,10 @@ void OSGRangeImage::applyColourMap(double min, double max) {
     applyLevelColours(full);
 }
 
+bool OSGRangeImage::heightColoured() const {
+    return OSGData::heightColoured() && (useHeightColours_ || !source_.IsValidColor());
+}
+
 void OSGRangeImage::setUseHeightColours(bool on) {
     useHeightColours_ = on;
     // Off shows the image's own colours where it has them.

@@ -28,6 +28,7 @@ public:
     osg::Vec4Array* colorArray() const override;
     void applyColourMap(double min, double max) override;
     void setUseHeightColours(bool on) override;
+    bool heightColoured() const override;
     void setVisible(bool visible) override;
     void setMatrix(const osg::Matrix& matrix) override;
 

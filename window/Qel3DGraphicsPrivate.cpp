@@ -10,14 +10,17 @@
 #include <QMessageBox>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <exception>
 
+#include "ColorMapIndex.h"
 #include "GLViewer.h"
 #include "GbkText.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
 #include "PropertyDlg.h"
 #include "Qel3DFileOperation.h"
+#include "QelColorBarDialog.h"
 #include "QelImage.h"
 #include "QelPoint.h"
 #include "QelPointCloud.h"
@@ -132,7 +135,14 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
     status_->setContentsMargins(4, 2, 4, 2);
     layout_->addWidget(status_);
 
+    colorBar_ = new QelColorBarDialog(viewer_);
+    colorBar_->setTextColour(Qt::white);  // the inverse of the black background
+    colorBar_->hide();
+
     connect(viewer_, &GLViewer::sig_infoText, this, &Qel3DGraphicsPrivate::slt_setStatusBarText);
+    connect(viewer_, &GLViewer::sig_heightRange, colorBar_, &QelColorBarDialog::setRange);
+    connect(viewer_, &GLViewer::sig_labelColour, colorBar_, &QelColorBarDialog::setTextColour);
+    connect(colorBar_, &QelColorBarDialog::sig_MinMax, viewer_, &GLViewer::applyHeightRange);
     connect(this, &Qel3DGraphicsPrivate::sig_setNumLabelVisible, this,
             &Qel3DGraphicsPrivate::slt_setNumLabelVisible);
     connect(this, &Qel3DGraphicsPrivate::sigUpdateClearScene, this,
@@ -187,9 +197,9 @@ void Qel3DGraphicsPrivate::buildToolBar() {
     toolBar_->addAction(colorBar);
     toolBar_->addAction(
         slot(addAction("lights.png", "Toggle Light", true, true), &Self::slt_toggleLight));
-    // The cube axis belongs to a later part of the view; the action is there
-    // so the tool bar keeps its layout and mask bits.
-    toolBar_->addAction(addAction("coord.png", "Toggle Axis", true, false));
+    QAction* axis = addAction("coord.png", "Toggle Axis", true, false);
+    connect(axis, &QAction::toggled, viewer_, &GLViewer::setAxisVisible);
+    toolBar_->addAction(axis);
     QAction* bbox = addAction("bbox.png", "Show Bounding Box", true, false);
     connect(bbox, &QAction::toggled, this, &Self::slt_displayBoundingBox);
     toolBar_->addAction(bbox);
@@ -337,6 +347,7 @@ void Qel3DGraphicsPrivate::showStatusText() {
 void Qel3DGraphicsPrivate::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     showStatusText();
+    colorBar_->moveMessage();
 }
 
 void Qel3DGraphicsPrivate::setElementStateForAll(int mode) {
@@ -363,8 +374,28 @@ void Qel3DGraphicsPrivate::slt_changedRenderColor() {
     viewer_->setUseHeightColours(!action("Change render color mode")->isChecked());
 }
 
-void Qel3DGraphicsPrivate::slt_showColorBar(bool) {
-    // The colour bar dialog is not part of the window yet.
+void Qel3DGraphicsPrivate::slt_showColorBar(bool visible) {
+    if (!visible) {
+        colorBar_->hide();
+        return;
+    }
+    colorBar_->setScheme(ColorMapIndex::current());
+    if (!colorBar_->isVisible()) {
+        // Top right of the view, clear of the number badge.
+        colorBar_->move(std::max(0, viewer_->width() - colorBar_->width() - 12), 48);
+        colorBar_->resize(colorBar_->width(), std::clamp(viewer_->height() / 3, 160, 320));
+    }
+    colorBar_->show();
+    colorBar_->raise();
+}
+
+void Qel3DGraphicsPrivate::setAxisVisible(bool visible) {
+    action("Toggle Axis")->setChecked(visible);
+    viewer_->setAxisVisible(visible);
+}
+
+void Qel3DGraphicsPrivate::colourTableChanged() {
+    colorBar_->setScheme(ColorMapIndex::current());
 }
 
 void Qel3DGraphicsPrivate::setLightState(bool on) {

@@ -12,6 +12,7 @@ class QActionGroup;
 class QHBoxLayout;
 class QLabel;
 class QToolBar;
+class QelColorBarDialog;
 class QVBoxLayout;
 
 using QelSelectPointCallback = QELMV::QelSelectPointEvent;
@@ -50,6 +51,11 @@ public:
     // Sets every render object to mode 0, 1 or 4 and checks its action.
     void setElementStateForAll(int mode);
     void setLightState(bool on);
+    // Shows or hides the cube axis and checks "Toggle Axis" to match.
+    void setAxisVisible(bool visible);
+    QelColorBarDialog* colorBar() const { return colorBar_; }
+    // The colour legend follows the process-wide colour table.
+    void colourTableChanged();
     void moveToView(int view);
     // The view without the number badge (see GLViewer::screenShot).
     long screenShot(QelImage* out);
@@ -113,6 +119,7 @@ private:
     QLabel* badge_ = nullptr;
     QLabel* message_ = nullptr;
     QLabel* status_ = nullptr;
+    QelColorBarDialog* colorBar_ = nullptr;
     QActionGroup* viewGroup_ = nullptr;
     QList<QAction*> actions_;
     QStringList statusLines_;
