@@ -88,10 +88,6 @@ osg::Vec2d toScreen(const osg::Vec3d& window) {
     return osg::Vec2d(window.x(), window.y());
 }
 
-bool onScreenSide(const osg::Vec3d& window) {
-    return window.z() >= 0.0 && window.z() <= 1.0;
-}
-
 // Half the size of a w x h box measured along a screen direction.
 double halfExtent(const osg::Vec2d& direction, double w, double h) {
     return 0.5 * (std::abs(direction.x()) * w + std::abs(direction.y()) * h);
@@ -376,9 +372,10 @@ QelCubeAxis3d::Layout QelCubeAxis3d::layoutFor(const ScreenProjection& view) con
         for (int e = axis * 4; e < axis * 4 + 4; ++e) {
             const std::array<int, 2> adjacent = facesOfEdge(e);
             if (out.facing[adjacent[0]] == out.facing[adjacent[1]]) continue;
+            if (!view.inFront(corner(kEdges[e][0])) || !view.inFront(corner(kEdges[e][1])))
+                continue;
             const osg::Vec3d a = view.toWindow(corner(kEdges[e][0]));
             const osg::Vec3d b = view.toWindow(corner(kEdges[e][1]));
-            if (!onScreenSide(a) || !onScreenSide(b)) continue;
             const osg::Vec2d d = toScreen(b) - toScreen(a);
             const double length = d.length();
             if (length < kMinEdgePixels) continue;

@@ -13,7 +13,8 @@ ScreenProjection::ScreenProjection(const osg::Camera& camera) {
     const osg::Matrixd& projection = camera.getProjectionMatrix();
     // An orthographic projection keeps w = 1.
     orthographic_ = projection(3, 3) == 1.0 && projection(2, 3) == 0.0;
-    toWindow_ = camera.getViewMatrix() * projection * viewport->computeWindowMatrix();
+    view_ = camera.getViewMatrix();
+    toWindow_ = view_ * projection * viewport->computeWindowMatrix();
     valid_ = toWorld_.invert(toWindow_) && toWindow_.valid();
 }
 

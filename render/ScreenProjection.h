@@ -24,11 +24,15 @@ public:
 
     osg::Vec3d toWindow(const osg::Vec3d& world) const { return world * toWindow_; }
     osg::Vec3d toWorld(const osg::Vec3d& window) const { return window * toWorld_; }
+    // Whether the point lies ahead of the eye (the depth range is not
+    // consulted: the near and far planes follow the scene a frame late).
+    bool inFront(const osg::Vec3d& world) const { return (world * view_).z() < 0.0; }
     // The world point drawn 'pixels' away from 'world' on the screen, at
     // the same depth.
     osg::Vec3d shifted(const osg::Vec3d& world, const osg::Vec2d& pixels) const;
 
 private:
+    osg::Matrixd view_;
     osg::Matrixd toWindow_;
     osg::Matrixd toWorld_;
     osg::Vec3d eye_, centre_;
