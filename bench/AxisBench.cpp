@@ -7,14 +7,12 @@
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_axis
 #include <QApplication>
 #include <cstdio>
-#include <random>
 #include <vector>
 
 #include "BenchTiming.h"
 #include "GLViewer.h"
 #include "QelCubeAxis3d.h"
-#include "QelPointCloud.h"
-#include "QelVector3dArray.h"
+#include "RandomSlab.h"
 
 namespace {
 
@@ -25,19 +23,6 @@ using bench::since;
 constexpr int kPoints = 1000000;
 constexpr int kRounds = 9;
 constexpr int kRebuilds = 50;
-
-QelPointCloud cloud() {
-    std::mt19937 rng(11);
-    std::uniform_real_distribution<float> u(-50.f, 50.f);
-    QelVector3dArray points(kPoints);
-    for (int i = 0; i < kPoints; ++i) {
-        const float x = u(rng), y = u(rng);
-        points[i] = QelVector3d(x, y, 5.f + 0.1f * u(rng) + 0.05f * (x + y));
-    }
-    QelPointCloud c;
-    c.SetPoints(points);
-    return c;
-}
 
 double frameSeconds(GLViewer& view) {
     const Clock::time_point start = Clock::now();
@@ -52,7 +37,7 @@ int main(int argc, char** argv) {
     GLViewer view;
     view.resize(800, 800);
     view.grabFrame();
-    if (view.addPointCloud(cloud()) >= 11000000) return 1;
+    if (view.addPointCloud(bench::randomSlab(kPoints, 11, 5.f, 0.05f)) >= 11000000) return 1;
     view.moveToView(6);
     view.zoomFit();
     view.grabFrame();

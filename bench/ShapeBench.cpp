@@ -6,12 +6,12 @@
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_shapes
 #include <cstdio>
 #include <functional>
-#include <random>
 #include <vector>
 
 #include "BenchTiming.h"
 #include "HostView.h"
 #include "Qel3DGraphics.h"
+#include "RandomSlab.h"
 
 namespace {
 
@@ -21,17 +21,6 @@ using bench::since;
 
 constexpr int kShapes = 1000;
 constexpr int kPoints = 1000000;
-
-QelPointCloud cloud() {
-    std::mt19937 rng(7);
-    std::uniform_real_distribution<float> u(-50.f, 50.f);
-    QelVector3dArray points(kPoints);
-    for (int i = 0; i < kPoints; ++i)
-        points[i] = QelVector3d(u(rng), u(rng), 0.02f * u(rng));
-    QelPointCloud c;
-    c.SetPoints(points);
-    return c;
-}
 
 // Shape i of a mix of solids, planar figures and lines over the cloud.
 Qel3DShape mixedShape(int i) {
@@ -84,7 +73,7 @@ int main() {
     bench::HostView host("bench_shapes", 800, 800);
     const long long view = host.view();
     if (!view) return 1;
-    QelPointCloud points = cloud();
+    QelPointCloud points = bench::randomSlab(kPoints, 7, 1.f, 0.f);
     QELMV::QelDisplayPointCloud(view, points);
     QELMV::QelSetPerspective(view, QELMV::QEL_3D_VIEW_OBLIQUE);
     QELMV::Qel3DZoomFitWnd(view);
