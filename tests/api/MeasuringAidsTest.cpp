@@ -169,11 +169,31 @@ TEST(MeasuringAids, ColourBarShowsTheDataRangeAndItsEditsRecolour) {
     ASSERT_EQ(range.size(), 4);
     EXPECT_NEAR(range[0].toDouble(), 10.0, 0.1);
     EXPECT_NEAR(range[3].toDouble(), 0.0, 0.1);
+    // Adding data sets the range to the new object's heights. A strip that
+    // the host colours green keeps its colour through the edits below.
+    QelPointCloud strip = gridCloud(20, 0.2f, [](float x, float) { return 5 + x; });
+    QelMatrix4 aside;
+    aside.SetValue(0, 3, -13);
+    const long stripId = QelAdd3DRenderObject(w.handle, strip);
+    ASSERT_TRUE(isId(stripId));
+    ASSERT_EQ(QelSetObjectModelMatrix(w.handle, stripId, aside), 0);
+    QelColorArray magenta;
+    magenta.Create(1, 3);
+    magenta.Data()[0] = magenta.Data()[2] = 255;
+    ASSERT_EQ(QelSetRenderColor(w.handle, stripId, magenta), 0);
+    ASSERT_EQ(QelSet3DElementSize(w.handle, stripId, 4), 0);
+    EXPECT_EQ(barTexts(bar).first(), "6.9");
+    const double bottom = barTexts(bar)[3].toDouble();
+    EXPECT_NEAR(bottom, 3.1, 1e-4);
     const Shot before(w.handle);
     before.keep("measuring-colour-bar");
     auto red = [](const Shot& s) {
         return s.count([](int r, int g, int b) { return r > 240 && g < 15 && b < 15; });
     };
+    auto magentaPixels = [](const Shot& s) {
+        return s.count([](int r, int g, int b) { return r == 255 && g == 0 && b == 255; });
+    };
+    ASSERT_GT(magentaPixels(before), 200);
 
     // A user types 5 as the top value: everything above 5 turns red.
     QLineEdit* top = bar->findChildren<QLineEdit*>().first();
@@ -182,7 +202,7 @@ TEST(MeasuringAids, ColourBarShowsTheDataRangeAndItsEditsRecolour) {
     const Shot after(w.handle);
     after.keep("measuring-colour-bar-edited");
     EXPECT_GT(red(after), red(before) + 5000);
-    const double bottom = range[3].toDouble();
+    EXPECT_EQ(magentaPixels(after), magentaPixels(before));
     EXPECT_EQ(barTexts(bar)[1], QString::number(bottom + 2 * (5 - bottom) / 3, 'g', 5));
 
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
@@ -195,6 +215,18 @@ TEST(MeasuringAids, ColourBarShowsTheDataRangeAndItsEditsRecolour) {
     ASSERT_EQ(QelSet3DBackgroundColor(w.handle, white), 0);
     EXPECT_TRUE(top->styleSheet().startsWith("color:rgb(0, 0, 0)"))
         << top->styleSheet().toStdString();
+
+    // The ramp shows the current colour table.
+    const QPoint ramp = bar->geometry().topLeft() + QPoint(5, bar->height() / 2);
+    auto rampIsGrey = [&] {
+        int r, g, b;
+        Shot(w.handle).rgb(ramp.x(), ramp.y(), &r, &g, &b);
+        return r == g && g == b;
+    };
+    EXPECT_FALSE(rampIsGrey());
+    ASSERT_EQ(QelSetDefaultLUT(w.handle, 0), 0);
+    EXPECT_TRUE(rampIsGrey());
+    ASSERT_EQ(QelSetDefaultLUT(w.handle, 5), 0);
 
     show->trigger();
     EXPECT_FALSE(bar->isVisible());
