@@ -181,6 +181,8 @@ TEST_F(HostileInput, CallsFromAnotherThreadAreRefusedAndChangeNothing) {
         codes.push_back(QelClear3DScene(h));
         codes.push_back(QelSetPerspective(h, QEL_3D_VIEW_LEFT));
         codes.push_back(Qel3DZoomFitWnd(h));
+        codes.push_back(QelSetAxisVisible(h, true));
+        codes.push_back(QelSetGridVisible(h, false));
         codes.push_back(QelDestory3DWnd(h));
         long long made = 0;
         codes.push_back(QelCreate3DWnd(host.id(), &made));

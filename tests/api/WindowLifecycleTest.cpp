@@ -138,6 +138,8 @@ TEST(WindowLifecycle, DestroyedHandlesAreUnknownEverywhere) {
                           Qel3DZoom(h, v, 0),
                           Qel3DZoomFitWnd(h),
                           QelSetLightState(h, true),
+                          QelSetAxisVisible(h, true),
+                          QelSetGridVisible(h, false),
                           QelSetLightParameter(h, 0, 0, 0),
                           QelSet3DBackgroundColor(h, colour),
                           QelSet3DToolbarVisible(h, 0L, true),
@@ -159,6 +161,10 @@ TEST(WindowLifecycle, HundredWindowsWithDataComeAndGo) {
         long long handle = 0;
         ASSERT_EQ(QelCreate3DWnd(host.id(), &handle), 0) << i;
         ASSERT_GE(QelDisplayPointCloud(handle, cloud), 1) << i;
+        if (i % 10 == 0) {  // the measuring aids come and go with their window
+            ASSERT_EQ(QelSetAxisVisible(handle, true), 0);
+            findAction(handle, "Show Color Bar")->trigger();
+        }
         if (i % 25 == 0 || i == 99) {
             Shot shot(handle);
             ASSERT_EQ(shot.status, 0) << i;
