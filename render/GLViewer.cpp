@@ -104,8 +104,17 @@ void GLViewer::installManipulator() {
     osgViewer::Viewer* viewer = osgWidget_->viewer();
     if (!viewer || manipulator_) return;
     manipulator_ = new ViewerManipulator(osgWidget_, root_.get());
+    manipulator_->setPickMode(pickOn_ ? 1 : 0);
+    // Queued: the release arrives inside a frame, which holds the scene lock.
+    connect(manipulator_, &ViewerManipulator::sig_ClickPoint, this, &GLViewer::sig_ClickPoint,
+            Qt::QueuedConnection);
     SceneLockGuard lock(osgWidget_);
     viewer->setCameraManipulator(manipulator_);  // starts from a view of the whole scene
+}
+
+void GLViewer::setPickMode(bool on) {
+    pickOn_ = on;
+    if (ViewerManipulator* m = ensureManipulator()) m->setPickMode(on ? 1 : 0);
 }
 
 void GLViewer::setBackgroundColor(int r, int g, int b, int a) {

@@ -3,7 +3,9 @@
 #include <QColor>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QPointF>
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 #include <cstdint>
 #include <functional>
@@ -11,6 +13,7 @@
 #include <osg/BoundingBox>
 #include <osg/BoundingSphere>
 #include <osg/Group>
+#include <osg/Vec4d>
 #include <osg/ref_ptr>
 
 #include "QelRangeImageParameter.h"
@@ -25,6 +28,7 @@ class QelMatrix4;
 class QelPointCloud;
 class Qel3DPlane;
 class QelRangeImage;
+class QelVector3dArray;
 class QelTriangleMesh;
 class QelOSGWidget;
 class QelColor;
@@ -152,6 +156,28 @@ public:
     void setGridVisible(bool visible);
     QelCubeAxis3d* cubeAxis() const { return cubeAxis_.get(); }
 
+    // The clip plane (a, b, c, d) when one is set.
+    bool clipPlane(osg::Vec4d* plane) const;
+    // In pick mode the camera stays still and each button release is
+    // reported by sig_ClickPoint.
+    void setPickMode(bool on);
+    bool pickMode() const { return pickOn_; }
+
+    // Selection by an outline drawn over the view (GLViewerSelect.cpp), in
+    // widget coordinates: a free polygon (mode 0) or the rectangle spanned
+    // by its first and last point (mode 1). It selects from the render
+    // object added last: 11501008 without render objects, 11501009 when the
+    // outline encloses nothing; 0 otherwise, also when nothing was selected
+    // (the output is then untouched) or the object has no points to select.
+    // Points: a cloud's points (with their colours), a range image's valid
+    // samples, a mesh's vertices, in the object's own coordinates.
+    long selectPoints(const QVector<QPointF>& outline, int mode, bool keepInside,
+                      QelPointCloud* out);
+    // Range images only: a copy of the image with every sample outside the
+    // selection made invalid.
+    long selectRangeSamples(const QVector<QPointF>& outline, int mode, bool keepInside,
+                            QelRangeImage* out);
+
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
@@ -164,6 +190,9 @@ public slots:
     void applyHeightRange(double min, double max);
 
 signals:
+    // A button release in pick mode, in the event queue's window
+    // coordinates (y down); delivered after the frame that saw it.
+    void sig_ClickPoint(float x, float y);
     // The height range of a newly added render object.
     void sig_heightRange(double min, double max);
     // The inverse of the background colour, for texts drawn over the view.
@@ -191,6 +220,12 @@ private:
     // Builds, re-sizes or drops the cube axis for the data's bounds.
     void rebuildCubeAxis();
     void dropCubeAxis();
+    // What an outline selected: the object, its points in its own
+    // coordinates with each one's index in the object (a range image's
+    // pixel index), and which of them were chosen.
+    struct Selection;
+    long selectByOutline(const QVector<QPointF>& outline, int mode, bool keepInside,
+                         Selection* selection);
     // The inverse of the background, with its alpha.
     QColor labelColour() const;
     static osg::Vec4 toVec4(const QColor& colour);
@@ -241,6 +276,7 @@ private:
     bool gridOn_ = true;
     std::unique_ptr<QelCubeAxis3d> cubeAxis_;
     bool clipOn_ = false;
+    bool pickOn_ = false;
     osg::Vec4 clipPlane_;
     osg::ref_ptr<osg::Group> bboxGroup_;
     QColor textPenColour_{Qt::white};

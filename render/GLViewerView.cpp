@@ -204,6 +204,11 @@ void GLViewer::setClipPlane(const Qel3DPlane& plane) {
     requestRedraw();
 }
 
+bool GLViewer::clipPlane(osg::Vec4d* plane) const {
+    if (clipOn_ && plane) *plane = osg::Vec4d(clipPlane_);
+    return clipOn_;
+}
+
 void GLViewer::setTextPen(const QelColor& colour, long size) {
     textPenColour_ = QColor(colour.r, colour.g, colour.b, colour.a);
     textPenSize_ = size;

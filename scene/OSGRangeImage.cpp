@@ -82,6 +82,45 @@ long OSGRangeImage::buildGeometry() {
     return lodBuilder_->assemble(levelGeometries_, levelTransforms_);
 }
 
+OSGRangeImage::SamplePlacer::SamplePlacer(const QelRangeImage& image)
+    : image(image),
+      reader(image.Data(), image.Width(), image.DataType()),
+      floating(image.DataType() == QEL_32F || image.DataType() == QEL_64F) {
+    QelVarArray params = image.DeepCopyParas();
+    for (int k = 0; k < 4 && k < params.Length(); ++k)
+        camera[k] = params[k].F();
+}
+
+osg::Vec3 OSGRangeImage::SamplePlacer::operator()(long long index, float row, float column) const {
+    const double raw = reader.value(index);
+    const double z = floating ? raw : (raw - image.OffsetZ()) * image.ResolutionZ();
+    if (image.Type() == 1) {
+        const float zf = static_cast<float>(z);
+        return osg::Vec3((column - camera[0]) * zf * camera[2], (row - camera[1]) * zf * camera[3],
+                         zf);
+    }
+    // The row feeds x and the column y.
+    return osg::Vec3(static_cast<float>((row - image.OffsetY()) * image.ResolutionY()),
+                     static_cast<float>((column - image.OffsetX()) * image.ResolutionX()),
+                     static_cast<float>(z));
+}
+
+QelVector3dArray OSGRangeImage::sourcePoints(std::vector<long long>* pixels) const {
+    const SamplePlacer place(source_);
+    const long long width = source_.Width(), n = width * source_.Height();
+    std::vector<osg::Vec3> points;
+    pixels->clear();
+    for (long long i = 0; i < n; ++i) {
+        if (!place.reader.isValid(i)) continue;
+        points.push_back(place(i, static_cast<float>(i / width), static_cast<float>(i % width)));
+        pixels->push_back(i);
+    }
+    QelVector3dArray out(static_cast<int>(points.size()));
+    for (size_t k = 0; k < points.size(); ++k)
+        out[static_cast<int>(k)] = QelVector3d(points[k].x(), points[k].y(), points[k].z());
+    return out;
+}
+
 bool OSGRangeImage::buildVertices(int level) {
     const QelRangeImage& img = levelImages_[level];
     const int rows = img.Height(), cols = img.Width();
@@ -91,31 +130,15 @@ bool OSGRangeImage::buildVertices(int level) {
     index.assign(n, kNoVertex);
     osg::Vec3Array& v = *levelVertices_[level];
     v.resize(n);
-    const RangePixelReader reader(img.Data(), cols, img.DataType());
-    const bool floating = img.DataType() == QEL_32F || img.DataType() == QEL_64F;
+    const SamplePlacer place(img);
     const cv::Mat& cm = columnMaps_[level];
     const cv::Mat& rm = rowMaps_[level];
-    QelVarArray params = img.DeepCopyParas();
-    float p[4] = {0, 0, 1, 1};
-    for (int k = 0; k < 4 && k < params.Length(); ++k)
-        p[k] = params[k].F();
     unsigned int count = 0;
     for (int r = 0; r < rows; ++r)
         for (int c = 0; c < cols; ++c) {
             const long long i = static_cast<long long>(r) * cols + c;
-            if (!reader.isValid(i)) continue;
-            const double raw = reader.value(i);
-            const double z = floating ? raw : (raw - img.OffsetZ()) * img.ResolutionZ();
-            const float column = cm.at<float>(r, c), row = rm.at<float>(r, c);
-            if (img.Type() == 1) {
-                const float zf = static_cast<float>(z);
-                v[count].set((column - p[0]) * zf * p[2], (row - p[1]) * zf * p[3], zf);
-            } else {
-                // The row feeds x and the column y.
-                v[count].set(static_cast<float>((row - img.OffsetY()) * img.ResolutionY()),
-                             static_cast<float>((column - img.OffsetX()) * img.ResolutionX()),
-                             static_cast<float>(z));
-            }
+            if (!place.reader.isValid(i)) continue;
+            v[count] = place(i, rm.at<float>(r, c), cm.at<float>(r, c));
             index[static_cast<size_t>(i)] = count++;
         }
     v.resize(count);

@@ -9,6 +9,8 @@
 #include "OSGData.h"
 #include "QelLOD.h"
 #include "QelRangeImage.h"
+#include "QelVector3dArray.h"
+#include "RangePixelReader.h"
 
 // A range image as points, a wireframe or filled triangles, decimated by
 // QelLOD and coloured by the height map or by its own colours. The row
@@ -36,8 +38,23 @@ public:
     const QelRangeImage& levelImage(int level) const { return levelImages_[level]; }
     osg::Geometry* levelGeometry(int level) const { return levelGeometries_[level].get(); }
     const QelLOD& lod() const { return *lodBuilder_; }
+    const QelRangeImage& source() const { return source_; }
+    // The valid samples of the whole image as points, and the pixel index
+    // (row * width + column) of each.
+    QelVector3dArray sourcePoints(std::vector<long long>* pixels) const;
 
 private:
+    // Places samples of one image in space: the grid's resolutions and
+    // offsets, or its camera model (type 1).
+    struct SamplePlacer {
+        explicit SamplePlacer(const QelRangeImage& image);
+        osg::Vec3 operator()(long long index, float row, float column) const;
+        const QelRangeImage& image;
+        RangePixelReader reader;
+        bool floating;
+        float camera[4] = {0, 0, 1, 1};
+    };
+
     long buildGeometry();
     bool buildVertices(int level);
     osg::ref_ptr<osg::DrawElementsUInt> buildTriangles(int level) const;

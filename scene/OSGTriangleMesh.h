@@ -13,6 +13,7 @@ public:
 
     void setRenderMode(int mode) override;
     osg::DrawElementsUInt* triangles() const { return triangles_.get(); }
+    const QelTriangleMesh& source() const { return source_; }
 
 private:
     osg::ref_ptr<osg::DrawElementsUInt> buildTriangles() const;

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QToolBar>
@@ -18,10 +19,13 @@
 #include "GbkText.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
+#include "PaintWidget.h"
+#include "PointPicker.h"
 #include "PropertyDlg.h"
 #include "Qel3DFileOperation.h"
 #include "QelColorBarDialog.h"
 #include "QelImage.h"
+#include "QelOSGWidget.h"
 #include "QelPoint.h"
 #include "QelPointCloud.h"
 #include "QelRangeImage.h"
@@ -143,6 +147,16 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
     connect(viewer_, &GLViewer::sig_heightRange, colorBar_, &QelColorBarDialog::setRange);
     connect(viewer_, &GLViewer::sig_labelColour, colorBar_, &QelColorBarDialog::setTextColour);
     connect(colorBar_, &QelColorBarDialog::sig_MinMax, viewer_, &GLViewer::applyHeightRange);
+
+    paint_ = new PaintWidget(viewer_);
+    paint_->setFocusPolicy(Qt::StrongFocus);
+    paint_->hide();
+    picker_ = new PointPicker(viewer_, this);
+    connect(viewer_, &GLViewer::sig_ClickPoint, picker_, &PointPicker::pickAt);
+    connect(picker_, &PointPicker::sig_pointPicked, this, &Qel3DGraphicsPrivate::reportPickedPoint);
+    viewer_->installEventFilter(this);
+    viewer_->osgWidget()->installEventFilter(this);
+    paint_->installEventFilter(this);
     connect(this, &Qel3DGraphicsPrivate::sig_setNumLabelVisible, this,
             &Qel3DGraphicsPrivate::slt_setNumLabelVisible);
     connect(this, &Qel3DGraphicsPrivate::sigUpdateClearScene, this,
@@ -234,13 +248,15 @@ void Qel3DGraphicsPrivate::buildToolBar() {
     toolBar_->addAction(slot(addAction("3D.png", "Change render color mode", true, false),
                              &Self::slt_changedRenderColor));
 
-    // Not on the tool bar: switched on by the host.
-    QAction* lasso = addAction(nullptr, "Draw lasso", true, false);
+    // At the end, hidden until a host shows them through the tool-bar mask.
+    QAction* lasso = addAction("lasso.png", "Draw lasso", true, false);
     lasso->setVisible(false);
     connect(lasso, &QAction::triggered, this, &Self::slt_drawLasso);
-    QAction* select = addAction(nullptr, "Select point", true, false);
+    toolBar_->addAction(lasso);
+    QAction* select = addAction("pick.png", "Select point", true, false);
     select->setVisible(false);
     connect(select, &QAction::triggered, this, &Self::slt_selectPoint);
+    toolBar_->addAction(select);
 }
 
 QAction* Qel3DGraphicsPrivate::action(const QString& text) const {
@@ -527,14 +543,58 @@ void Qel3DGraphicsPrivate::registerSelectPoint(long long handle, QelSelectPointC
 }
 
 void Qel3DGraphicsPrivate::slt_selectPoint() {
-    // Picking a point under the cursor belongs to the picking tool, which
-    // the window does not have yet; the mode only stops the camera moving.
-    if (ViewerManipulator* m = viewer_->manipulator())
-        m->setPickMode(action("Select point")->isChecked() ? 1 : 0);
+    setTool(action("Select point")->isChecked() ? Tool::Pick : Tool::None);
 }
 
 void Qel3DGraphicsPrivate::slt_drawLasso() {
-    // Lasso selection is not part of the window yet.
+    setTool(action("Draw lasso")->isChecked() ? Tool::Lasso : Tool::None);
+}
+
+void Qel3DGraphicsPrivate::setTool(Tool tool) {
+    action("Select point")->setChecked(tool == Tool::Pick);
+    action("Draw lasso")->setChecked(tool == Tool::Lasso);
+    viewer_->setPickMode(tool == Tool::Pick);
+    // The lasso layer takes the mouse from the view while it is on; its
+    // outline stays for the selection call after the tool is off.
+    const bool lasso = tool == Tool::Lasso;
+    paint_->setDrawingEnabled(lasso);
+    paint_->setVisible(lasso);
+    if (lasso) {
+        paint_->setGeometry(viewer_->rect());
+        paint_->raise();
+        colorBar_->raise();
+        paint_->setFocus();
+    }
+}
+
+bool Qel3DGraphicsPrivate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == viewer_ && event->type() == QEvent::Resize) paint_->setGeometry(viewer_->rect());
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
+        (action("Select point")->isChecked() || action("Draw lasso")->isChecked())) {
+        setTool(Tool::None);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
+    if (!selectPoint_ || !selectPoint_->callback) return;
+    QelVector3d point(x, y, z);
+    selectPoint_->callback(selectPoint_->handle, point, selectPoint_->user);
+}
+
+long Qel3DGraphicsPrivate::selectByLasso(QelPointCloud* out, bool remove) {
+    const long status = viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out);
+    if (status == 0) paint_->clear();
+    return status;
+}
+
+long Qel3DGraphicsPrivate::selectByLasso(QelRangeImage* out, bool remove) {
+    const long status =
+        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out);
+    if (status == 0) paint_->clear();
+    return status;
 }
 
 void Qel3DGraphicsPrivate::slt_importData() {

@@ -13,6 +13,10 @@ class QHBoxLayout;
 class QLabel;
 class QToolBar;
 class QelColorBarDialog;
+class PaintWidget;
+class PointPicker;
+class QelPointCloud;
+class QelRangeImage;
 class QVBoxLayout;
 
 using QelSelectPointCallback = QELMV::QelSelectPointEvent;
@@ -56,6 +60,11 @@ public:
     QelColorBarDialog* colorBar() const { return colorBar_; }
     // The colour legend follows the process-wide colour table.
     void colourTableChanged();
+    PaintWidget* lassoLayer() const { return paint_; }
+    // Selects from the last render object by the lasso drawn last and
+    // clears it (see GLViewer::selectPoints); remove keeps the outside.
+    long selectByLasso(QelPointCloud* out, bool remove);
+    long selectByLasso(QelRangeImage* out, bool remove);
     void moveToView(int view);
     // The view without the number badge (see GLViewer::screenShot).
     long screenShot(QelImage* out);
@@ -98,6 +107,8 @@ public slots:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    // Escape in the view leaves the pick and lasso tools.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct SelectPointRecord {
@@ -106,6 +117,10 @@ private:
         QelSelectPointCallback callback;
     };
 
+    // At most one of the two tools is on; with neither, the mouse moves the camera.
+    enum class Tool { None, Pick, Lasso };
+    void setTool(Tool tool);
+    void reportPickedPoint(float x, float y, float z);
     void buildToolBar();
     QAction* addAction(const char* icon, const QString& text, bool checkable, bool checked);
     void showStatusText();
@@ -120,6 +135,8 @@ private:
     QLabel* message_ = nullptr;
     QLabel* status_ = nullptr;
     QelColorBarDialog* colorBar_ = nullptr;
+    PaintWidget* paint_ = nullptr;
+    PointPicker* picker_ = nullptr;
     QActionGroup* viewGroup_ = nullptr;
     QList<QAction*> actions_;
     QStringList statusLines_;

@@ -267,6 +267,40 @@ std::vector<Icon> icons() {
              p.setBrush(heights);
              p.drawPath(relief);
          }},
+        {"lasso",
+         [](QPainter& p) {
+             // Points inside the loop in the accent colour, outside in ink.
+             for (QPointF v : {QPointF(14, 15), QPointF(20, 12), QPointF(22, 19), QPointF(15, 21)})
+                 dot(p, v, 2.2, kAccent);
+             for (QPointF v : {QPointF(5, 7), QPointF(31, 9), QPointF(30, 27), QPointF(6, 27)})
+                 dot(p, v, 2.0);
+             QPainterPath loop;
+             loop.moveTo(9, 16);
+             loop.cubicTo(8, 7, 25, 4, 28, 13);
+             loop.cubicTo(31, 21, 22, 27, 15, 26);
+             loop.cubicTo(10, 25, 9, 21, 9, 16);
+             p.setPen(QPen(kInk, 1.8, Qt::DashLine, Qt::RoundCap, Qt::RoundJoin));
+             p.setBrush(Qt::NoBrush);
+             p.drawPath(loop);
+             p.setPen(ink(1.8));
+             p.drawLine(QPointF(15, 26), QPointF(12, 33));
+         }},
+        {"pick",
+         [](QPainter& p) {
+             // A cross-hair on a point, with the arrow that clicks it.
+             dot(p, QPointF(14, 14), 3.2, kAccent);
+             p.setPen(ink(1.6));
+             p.setBrush(Qt::NoBrush);
+             p.drawEllipse(QPointF(14, 14), 8, 8);
+             p.drawLine(QPointF(14, 2), QPointF(14, 8));
+             p.drawLine(QPointF(14, 20), QPointF(14, 26));
+             p.drawLine(QPointF(2, 14), QPointF(8, 14));
+             p.drawLine(QPointF(20, 14), QPointF(26, 14));
+             p.setPen(ink(1.4));
+             p.setBrush(Qt::white);
+             p.drawPolygon(
+                 QPolygonF({{18, 18}, {32, 24}, {26, 26}, {30, 32}, {28, 33}, {24, 28}, {20, 32}}));
+         }},
         {"bg-default", [](QPainter& p) { background(p, Qt::white, QColor(0xe0, 0xe0, 0xe0)); }},
         {"bg-hover",
          [](QPainter& p) { background(p, QColor(0xe3, 0xf2, 0xfd), QColor(0x90, 0xca, 0xf9)); }},

@@ -1,0 +1,168 @@
+#include "PointPicker.h"
+
+#include <limits>
+#include <osg/ComputeBoundsVisitor>
+#include <osg/Point>
+#include <osgUtil/IntersectionVisitor>
+#include <osgUtil/LineSegmentIntersector>
+#include <osgViewer/Viewer>
+
+#include "GLViewer.h"
+#include "QelCubeAxis3d.h"
+#include "QelOSGWidget.h"
+#include "SceneLockGuard.h"
+
+namespace {
+
+// A point this close to the cursor, in pixels, counts as clicked; larger
+// points count out to their own radius.
+constexpr double kTolerance = 4.0;
+
+bool kept(const osg::Vec4d* clip, const osg::Vec3d& p) {
+    return !clip || clip->x() * p.x() + clip->y() * p.y() + clip->z() * p.z() + clip->w() >= 0.0;
+}
+
+// Render objects hang their model transform under their geode; the stock
+// visitor takes every child of a geode for a drawable, so geodes are walked
+// as the groups they are.
+class RayVisitor : public osgUtil::IntersectionVisitor {
+public:
+    explicit RayVisitor(osgUtil::Intersector* intersector) : IntersectionVisitor(intersector) {}
+    void apply(osg::Geode& geode) override { apply(static_cast<osg::Group&>(geode)); }
+    using IntersectionVisitor::apply;
+};
+
+// The drawn point nearest the eye among those within the tolerance of a
+// window position, over every geometry drawn as points. Levels of detail
+// are walked as the camera at 'eye' draws them.
+class PointsUnderCursor : public osg::NodeVisitor {
+public:
+    PointsUnderCursor(const osg::Matrixd& toWindow, const osg::Vec3d& eye, double x, double y,
+                      const osg::Vec4d* clip)
+        : NodeVisitor(TRAVERSE_ACTIVE_CHILDREN),
+          toWindow_(toWindow),
+          eye_(eye),
+          x_(x),
+          y_(y),
+          clip_(clip) {}
+
+    bool found() const { return depth_ < std::numeric_limits<double>::infinity(); }
+    double depth() const { return depth_; }
+    const osg::Vec3d& point() const { return point_; }
+
+    osg::Vec3 getEyePoint() const override { return eye_; }
+    float getDistanceToViewPoint(const osg::Vec3& position, bool) const override {
+        return (position - osg::Vec3(eye_)).length();
+    }
+
+    void apply(osg::Geometry& geometry) override {
+        const auto* vertices = dynamic_cast<const osg::Vec3Array*>(geometry.getVertexArray());
+        if (!vertices) return;
+        const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
+        const osg::Matrixd toWindow = toWorld * toWindow_;
+        const double radius = std::max(kTolerance, pointSize() / 2.0);
+        for (unsigned int p = 0; p < geometry.getNumPrimitiveSets(); ++p) {
+            const osg::PrimitiveSet* set = geometry.getPrimitiveSet(p);
+            if (set->getMode() != GL_POINTS) continue;
+            for (unsigned int i = 0; i < set->getNumIndices(); ++i) {
+                const unsigned int index = set->index(i);
+                if (index >= vertices->size()) continue;
+                consider((*vertices)[index], toWindow, toWorld, radius);
+            }
+        }
+    }
+
+private:
+    void consider(const osg::Vec3& v, const osg::Matrixd& toWindow, const osg::Matrixd& toWorld,
+                  double radius) {
+        const osg::Vec4d h = osg::Vec4d(v, 1.0) * toWindow;
+        if (h.w() <= 0.0) return;  // behind the eye
+        const double dx = h.x() / h.w() - x_, dy = h.y() / h.w() - y_;
+        if (dx * dx + dy * dy > radius * radius) return;
+        const double depth = h.z() / h.w();
+        if (depth >= depth_) return;
+        const osg::Vec3d world = osg::Vec3d(v) * toWorld;
+        if (!kept(clip_, world)) return;
+        depth_ = depth;
+        point_ = world;
+    }
+
+    // The point size the path sets, or 1.
+    double pointSize() const {
+        double size = 1.0;
+        for (const osg::Node* node : getNodePath())
+            if (const osg::StateSet* s = node->getStateSet())
+                if (const auto* p = dynamic_cast<const osg::Point*>(
+                        s->getAttribute(osg::StateAttribute::POINT)))
+                    size = p->getSize();
+        return size;
+    }
+
+    osg::Matrixd toWindow_;
+    osg::Vec3d eye_;
+    double x_, y_;
+    const osg::Vec4d* clip_;
+    double depth_ = std::numeric_limits<double>::infinity();
+    osg::Vec3d point_;
+};
+
+}  // namespace
+
+PointPicker::PointPicker(GLViewer* view, QObject* parent) : QObject(parent), view_(view) {}
+
+bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y, osg::Vec3d* point,
+                       const osg::Vec4d* clip) {
+    if (!camera.getViewport()) return false;
+    const osg::Matrixd toWindow = camera.getViewMatrix() * camera.getProjectionMatrix() *
+                                  camera.getViewport()->computeWindowMatrix();
+    double bestDepth = std::numeric_limits<double>::infinity();
+
+    // Surfaces: the first intersection on the kept side of the clip plane.
+    osg::ref_ptr<osgUtil::LineSegmentIntersector> ray =
+        new osgUtil::LineSegmentIntersector(osgUtil::Intersector::WINDOW, x, y);
+    RayVisitor visitor(ray.get());
+    camera.accept(visitor);
+    for (const auto& hit : ray->getIntersections()) {
+        const osg::Vec3d world = hit.getWorldIntersectPoint();
+        if (!kept(clip, world)) continue;
+        const osg::Vec4d h = osg::Vec4d(world, 1.0) * toWindow;
+        bestDepth = h.w() > 0 ? h.z() / h.w() : bestDepth;
+        *point = world;
+        break;
+    }
+
+    // Points: drawn within a few pixels of the cursor.
+    osg::Vec3d eye, centre, up;
+    camera.getViewMatrixAsLookAt(eye, centre, up);
+    PointsUnderCursor points(toWindow, eye, x, y, clip);
+    scene.accept(points);
+    if (points.found() && points.depth() < bestDepth) {
+        *point = points.point();
+        return true;
+    }
+    return bestDepth < std::numeric_limits<double>::infinity();
+}
+
+void PointPicker::pickAt(float x, float y) {
+    osgViewer::Viewer* viewer = view_->osgWidget()->viewer();
+    if (!viewer || !viewer->getCamera()->getViewport()) return;
+    osg::Camera& camera = *viewer->getCamera();
+    osg::Group* root = view_->root();
+    const osg::ref_ptr<osg::Node> shapes = view_->shapeGroup();
+    const osg::ref_ptr<osg::Node> axis = view_->cubeAxis() ? view_->cubeAxis()->node() : nullptr;
+    osg::Vec4d clip;
+    const bool clipped = view_->clipPlane(&clip);
+    osg::Vec3d point;
+    bool hit = false;
+    {
+        // Neither shapes nor the axis can be hit; no frame draws meanwhile.
+        SceneLockGuard lock(view_->osgWidget());
+        root->removeChild(shapes);
+        if (axis) root->removeChild(axis);
+        hit = pick(camera, *root, x, camera.getViewport()->height() - y, &point,
+                   clipped ? &clip : nullptr);
+        root->addChild(shapes);
+        if (axis) root->addChild(axis);
+    }
+    if (hit) emit sig_pointPicked(float(point.x()), float(point.y()), float(point.z()));
+}
