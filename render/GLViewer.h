@@ -170,13 +170,14 @@ public:
     // outline encloses nothing; 0 otherwise, also when nothing was selected
     // (the output is then untouched) or the object has no points to select.
     // Points: a cloud's points (with their colours), a range image's valid
-    // samples, a mesh's vertices, in the object's own coordinates.
+    // samples, a mesh's vertices, in the object's own coordinates. 'used'
+    // tells whether the outline was applied (then the lasso is spent).
     long selectPoints(const QVector<QPointF>& outline, int mode, bool keepInside,
-                      QelPointCloud* out);
+                      QelPointCloud* out, bool* used);
     // Range images only: a copy of the image with every sample outside the
     // selection made invalid.
     long selectRangeSamples(const QVector<QPointF>& outline, int mode, bool keepInside,
-                            QelRangeImage* out);
+                            QelRangeImage* out, bool* used);
 
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
@@ -190,8 +191,8 @@ public slots:
     void applyHeightRange(double min, double max);
 
 signals:
-    // A button release in pick mode, in the event queue's window
-    // coordinates (y down); delivered after the frame that saw it.
+    // A button release in pick mode, in window coordinates (y up, as the
+    // viewer hands events on); delivered after the frame that saw it.
     void sig_ClickPoint(float x, float y);
     // The height range of a newly added render object.
     void sig_heightRange(double min, double max);
@@ -224,8 +225,9 @@ private:
     // coordinates with each one's index in the object (a range image's
     // pixel index), and which of them were chosen.
     struct Selection;
+    // With onlyKind set, other kinds of object are not selected from.
     long selectByOutline(const QVector<QPointF>& outline, int mode, bool keepInside,
-                         Selection* selection);
+                         Selection* selection, int onlyKind = -1);
     // The inverse of the background, with its alpha.
     QColor labelColour() const;
     static osg::Vec4 toVec4(const QColor& colour);

@@ -118,7 +118,7 @@ QelVector3dArray placed(const QelVector3dArray& points, const osg::Matrixd& toWo
 }  // namespace
 
 long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool keepInside,
-                               Selection* selection) {
+                               Selection* selection, int onlyKind) {
     if (registry_->count() == 0) return QelStatus::kNoRenderObject;
     if (outline.size() < 2) return QelStatus::kLassoTooShort;
     ensureViewer();
@@ -126,6 +126,7 @@ long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool k
     const osg::Viewport* viewport = viewer ? viewer->getCamera()->getViewport() : nullptr;
     if (!viewport || osgWidget_->width() < 1) return QelStatus::kLassoTooShort;
     const OSGData* last = registry_->at(registry_->count() - 1);
+    if (onlyKind >= 0 && last->kind() != onlyKind) return 0;
     const osg::Node* drawn = nullptr;
     if (!pointsOf(*last, &selection->points, &selection->sources, &drawn)) return 0;
     const QelPointArray polygon =
@@ -142,10 +143,11 @@ long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool k
 }
 
 long GLViewer::selectPoints(const QVector<QPointF>& outline, int mode, bool keepInside,
-                            QelPointCloud* out) {
+                            QelPointCloud* out, bool* used) {
     SceneLockGuard lock(osgWidget_);
     Selection s;
     const long status = selectByOutline(outline, mode, keepInside, &s);
+    *used = s.object != nullptr;
     if (status != 0 || !s.object || s.chosen.empty()) return status;
     QelVector3dArray points(static_cast<int>(s.chosen.size()));
     for (size_t k = 0; k < s.chosen.size(); ++k)
@@ -165,12 +167,12 @@ long GLViewer::selectPoints(const QVector<QPointF>& outline, int mode, bool keep
 }
 
 long GLViewer::selectRangeSamples(const QVector<QPointF>& outline, int mode, bool keepInside,
-                                  QelRangeImage* out) {
+                                  QelRangeImage* out, bool* used) {
     SceneLockGuard lock(osgWidget_);
     Selection s;
-    const long status = selectByOutline(outline, mode, keepInside, &s);
-    if (status != 0 || !s.object || s.chosen.empty() || s.object->kind() != OSGData::RangeImage)
-        return status;
+    const long status = selectByOutline(outline, mode, keepInside, &s, OSGData::RangeImage);
+    *used = s.object != nullptr;
+    if (status != 0 || !s.object || s.chosen.empty()) return status;
     QelRangeImage image = static_cast<const OSGRangeImage*>(s.object)->source().DeepCopy();
     const long long n = static_cast<long long>(image.Width()) * image.Height();
     std::vector<bool> keep(static_cast<size_t>(n), false);

@@ -159,8 +159,7 @@ void PointPicker::pickAt(float x, float y) {
         SceneLockGuard lock(view_->osgWidget());
         root->removeChild(shapes);
         if (axis) root->removeChild(axis);
-        hit = pick(camera, *root, x, camera.getViewport()->height() - y, &point,
-                   clipped ? &clip : nullptr);
+        hit = pick(camera, *root, x, y, &point, clipped ? &clip : nullptr);
         root->addChild(shapes);
         if (axis) root->addChild(axis);
     }

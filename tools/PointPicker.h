@@ -28,8 +28,8 @@ public:
                      const osg::Vec4d* clip = nullptr);
 
 public slots:
-    // A click at (x, y), y counted down from the top as the view's event
-    // queue gives it: picks and emits sig_pointPicked on a hit.
+    // A click at window position (x, y), y up, as the viewer hands events
+    // to the manipulator: picks and emits sig_pointPicked on a hit.
     void pickAt(float x, float y);
 
 signals:

@@ -585,15 +585,18 @@ void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
 }
 
 long Qel3DGraphicsPrivate::selectByLasso(QelPointCloud* out, bool remove) {
-    const long status = viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out);
-    if (status == 0) paint_->clear();
+    bool used = false;
+    const long status =
+        viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    if (used) paint_->clear();
     return status;
 }
 
 long Qel3DGraphicsPrivate::selectByLasso(QelRangeImage* out, bool remove) {
+    bool used = false;
     const long status =
-        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out);
-    if (status == 0) paint_->clear();
+        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    if (used) paint_->clear();
     return status;
 }
 

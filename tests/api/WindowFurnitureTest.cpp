@@ -59,8 +59,13 @@ TEST(WindowFurniture, ToolBarHoldsTheActionsInOrder) {
                                   "Clear Mesh",
                                   "|",
                                   "Change Background Color",
-                                  "Change render color mode"};
+                                  "Change render color mode",
+                                  "Draw lasso",
+                                  "Select point"};
     EXPECT_EQ(toolBarTexts(window.handle), expected);
+    // The two selection tools are there but hidden until a host shows them.
+    EXPECT_FALSE(findAction(window.handle, "Draw lasso")->isVisible());
+    EXPECT_FALSE(findAction(window.handle, "Select point")->isVisible());
     for (QAction* a : toolBar(window.handle)->actions()) {
         if (a->isSeparator()) continue;
         EXPECT_EQ(a->toolTip(), a->text());
