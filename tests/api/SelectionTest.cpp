@@ -168,13 +168,29 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
         << picked.points[0].x << " " << picked.points[0].y << " " << picked.points[0].z << " vs "
         << data.marker().x << " " << data.marker().y << " " << data.marker().z;
 
+    // A drag in pick mode leaves the camera where it is.
+    QelVector3d eye0, centre0, up0, eye1, centre1, up1;
+    ASSERT_EQ(QelGetCamera(h, &eye0, &centre0, &up0), 0);
+    mouse(view(h), QEvent::MouseButtonPress, {300, 300}, Qt::LeftButton);
+    for (int x = 300; x < 500; x += 20) {
+        QMouseEvent move(QEvent::MouseMove, QPoint(x, 300), view(h)->mapToGlobal(QPoint(x, 300)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view(h), &move);
+        Shot frame(h);
+    }
+    ASSERT_EQ(QelGetCamera(h, &eye1, &centre1, &up1), 0);
+    EXPECT_TRUE(same(eye0, eye1) && same(centre0, centre1)) << "the camera stayed";
+    mouse(view(h), QEvent::MouseButtonRelease, {500, 300}, Qt::LeftButton);
+    pumpEvents();
+    picked.points.clear();
+
     // The background reports nothing; neither does a click after Escape.
     click(h, QPoint(3, 3));
-    EXPECT_EQ(picked.points.size(), 1u);
+    EXPECT_EQ(picked.points.size(), 0u);
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(view(h), &escape);
     click(h, marker);
-    EXPECT_EQ(picked.points.size(), 1u);
+    EXPECT_EQ(picked.points.size(), 0u);
 
     // With the axis and a shape in front, the data point is still found.
     ASSERT_EQ(QelSetAxisVisible(h, true), 0);
@@ -184,8 +200,8 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
     camera();
     press(h, "Select point");
     click(h, marker);
-    ASSERT_EQ(picked.points.size(), 2u);
-    EXPECT_TRUE(same(picked.points[1], data.marker()));
+    ASSERT_EQ(picked.points.size(), 1u);
+    EXPECT_TRUE(same(picked.points[0], data.marker()));
 }
 
 TEST_F(Selection, PicksOnRangeImagesMeshesAndPlacedObjects) {
@@ -243,6 +259,10 @@ TEST_F(Selection, LassoSelectsFromTheLastObjectAndShowsItBack) {
     ASSERT_NE(layer, nullptr);
     ASSERT_TRUE(layer->isVisible());
 
+    // Strokes draw; they never turn the camera.
+    QelVector3d eye0, centre0, up0, eye1, centre1, up1;
+    ASSERT_EQ(QelGetCamera(h, &eye0, &centre0, &up0), 0);
+
     // A one-point stroke draws nothing and selects nothing.
     mouse(layer, QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton);
     mouse(layer, QEvent::MouseMove, {100, 100}, Qt::LeftButton);
@@ -257,6 +277,8 @@ TEST_F(Selection, LassoSelectsFromTheLastObjectAndShowsItBack) {
     mouse(layer, QEvent::MouseButtonRelease, loop[4], Qt::LeftButton);
     pumpEvents();
     const Shot drawn(h);
+    ASSERT_EQ(QelGetCamera(h, &eye1, &centre1, &up1), 0);
+    EXPECT_TRUE(same(eye0, eye1) && same(centre0, centre1)) << "the camera stayed";
     drawn.keep("selection-lasso-drawn");
     EXPECT_GT(drawn.count([](int r, int g, int b) { return r > 200 && g < 60 && b < 60; }), 200)
         << "the red outline";

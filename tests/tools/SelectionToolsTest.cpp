@@ -112,7 +112,8 @@ void stroke(QWidget* w, const std::vector<QPointF>& path,
 TEST(PointPicker, ReportsTheDrawnPointOrSurfaceNearestTheEye) {
     auto view = makeView(300, 300);
     const QelPointCloud cloud = gridAt(0);
-    ASSERT_GE(view->addPointCloud(cloud), 1);
+    const long cloudId = view->addPointCloud(cloud);
+    ASSERT_GE(cloudId, 1);
     view->grabFrame();
     osg::Vec3d hit;
     // A click two pixels beside a drawn point reports that point.
@@ -120,6 +121,12 @@ TEST(PointPicker, ReportsTheDrawnPointOrSurfaceNearestTheEye) {
     const osg::Vec3d at = windowOf(*view, osg::Vec3d(marker.x, marker.y, marker.z));
     ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x() + 2, at.y() - 1, &hit));
     EXPECT_TRUE(same(hit, marker)) << hit.x() << " " << hit.y() << " " << hit.z();
+    // Drawn as lit sprites, the same.
+    ASSERT_EQ(view->setPointRenderMode(cloudId, 1), 0);
+    view->grabFrame();
+    ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x() + 2, at.y() + 2, &hit));
+    EXPECT_TRUE(same(hit, marker));
+    ASSERT_EQ(view->setPointRenderMode(cloudId, 0), 0);
     // Between the grid's points there is nothing to pick.
     const osg::Vec3d gap = windowOf(*view, osg::Vec3d(marker.x + 0.25, marker.y + 0.25, 0.9));
     EXPECT_FALSE(PointPicker::pick(cameraOf(*view), *view->root(), gap.x(), gap.y(), &hit));
