@@ -270,3 +270,17 @@ TEST(CubeAxis, GridAndClipPlaneChangeWhatIsDrawn) {
     view->setGridVisible(true);
     EXPECT_EQ(view->grabFrame(), full);
 }
+
+TEST(CubeAxis, ExtremeExtentsLayOutWithoutFailing) {
+    for (double half : {1e-20, 1e-6, 2.1e9}) {
+        SCOPED_TRACE(half);
+        osg::ref_ptr<osg::Camera> camera = cameraAt(osg::Vec3d(-3, -4, 3) * half);
+        camera->setProjectionMatrixAsPerspective(30.0, 1.0, half * 0.01, half * 100);
+        QelCubeAxis3d axis(camera, -half, half, -half, half, -half / 2, half / 2);
+        for (const auto& label : axis.labels())
+            EXPECT_LE(label.text.size(), 40u) << label.text;
+        if (half >= 1e-6) {
+            EXPECT_GE(axis.labels().size(), 3u);
+        }
+    }
+}
