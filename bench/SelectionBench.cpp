@@ -1,7 +1,7 @@
 // What a click and a lasso cost on large clouds: the time to pick the point
 // under the view's centre and to select by a lasso over the left half of
-// the view,
-// for 1 and 10 million points (medians of 5). One JSON line per size.
+// the view, for 1 and 10 million points (medians of 5). One JSON line per
+// size.
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_selection
 #include <QApplication>
