@@ -107,7 +107,6 @@ bool pointsOf(const OSGData& object, QelVector3dArray* points, std::vector<long 
 // The points where they are drawn: through the object's model matrix.
 QelVector3dArray placed(const QelVector3dArray& points, const osg::Matrixd& toWorld) {
     QelVector3dArray world = points;
-    if (toWorld.isIdentity()) return world;
     for (int i = 0; i < world.Length(); ++i) {
         const osg::Vec3d w = osg::Vec3d(points[i].x, points[i].y, points[i].z) * toWorld;
         world[i] = QelVector3d(float(w.x()), float(w.y()), float(w.z()));
@@ -131,10 +130,14 @@ long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool k
     if (!pointsOf(*last, &selection->points, &selection->sources, &drawn)) return 0;
     const QelPointArray polygon =
         screenPolygon(outline, mode, viewport->height(), viewport->width() / osgWidget_->width());
+    // Most objects carry no model matrix: their points are used as they are.
+    const osg::Matrixd toWorld = worldMatrixOf(drawn);
+    const QelVector3dArray moved =
+        toWorld.isIdentity() ? QelVector3dArray() : placed(selection->points, toWorld);
     QelVector3dArray kept;
     Qel3DIntArray indices;
     if (Qel3DGraphicsIO().GetPointsInScreenPolygon(*viewer->getCamera(),
-                                                   placed(selection->points, worldMatrixOf(drawn)),
+                                                   toWorld.isIdentity() ? selection->points : moved,
                                                    polygon, &kept, &indices, keepInside) != 0)
         return QelStatus::kLassoTooShort;  // an outline without area
     selection->chosen.assign(indices.Data(), indices.Data() + indices.Length());

@@ -17,6 +17,7 @@
 #include "Qel3DGraphicsPrivate.h"
 #include "Qel3DShape.h"
 #include "QelCubeAxis3d.h"
+#include "QelMatrix4.h"
 #include "QelPointCloud.h"
 #include "QelRangeImage.h"
 #include "QelTriangleMesh.h"
@@ -259,7 +260,8 @@ protected:
 
 TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
     QelPointCloud cloud = gridAt(0);
-    ASSERT_GE(view->addPointCloud(cloud), 1);
+    const long id = view->addPointCloud(cloud);
+    ASSERT_GE(id, 1);
     view->moveToView(6);
     view->zoomFit();
     view->grabFrame();
@@ -292,6 +294,23 @@ TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
     ASSERT_EQ(window->selectByLasso(&boxed, false), 0);
     EXPECT_EQ(asSet(boxed), bruteForce(cloud.DeepCopyPoints(),
                                        {{40, 60}, {250, 60}, {250, 260}, {40, 260}}, true));
+
+    // Placed by a model matrix: chosen where drawn, returned as the cloud holds them.
+    QelMatrix4 shift;
+    shift.SetValue(0, 3, 2.5);
+    ASSERT_EQ(view->setModelMatrix(id, shift), 0);
+    view->grabFrame();
+    stroke(layer, lasso);
+    QelPointCloud moved;
+    ASSERT_EQ(window->selectByLasso(&moved, false), 0);
+    QelVector3dArray drawn = cloud.DeepCopyPoints();
+    for (int i = 0; i < drawn.Length(); ++i)
+        drawn[i].x += 2.5f;
+    std::set<std::tuple<float, float, float>> expectedOwn;
+    for (const auto& [x, y, z] : bruteForce(drawn, closed, true))
+        expectedOwn.emplace(x - 2.5f, y, z);
+    EXPECT_EQ(asSet(moved), expectedOwn);
+    EXPECT_NE(asSet(moved), asSet(selected));
 }
 
 TEST_F(LassoSelection, StrokesNeedTheLeftButtonAndMoreThanOnePoint) {
