@@ -42,6 +42,7 @@ GLViewer::GLViewer(QWidget* parent)
     dataGroup_->setName("data");
     shapeGroup_->setName("shapes");
     textOverlays_.group()->setName("text");
+    setUpPointBudget();
 }
 
 int GLViewer::renderObjectCount() const {
@@ -108,6 +109,7 @@ void GLViewer::installManipulator() {
     // Queued: the release arrives inside a frame, which holds the scene lock.
     connect(manipulator_, &ViewerManipulator::sig_ClickPoint, this, &GLViewer::sig_ClickPoint,
             Qt::QueuedConnection);
+    watchMotion(manipulator_);
     SceneLockGuard lock(osgWidget_);
     viewer->setCameraManipulator(manipulator_);  // starts from a view of the whole scene
 }
@@ -186,7 +188,9 @@ long GLViewer::removeAllTextOverlays() {
 QImage GLViewer::grabFrame() {
     if (!osgWidget_->renderer()) osgWidget_->grab();  // the first paint creates the viewer
     QImage image;
+    fullFrame_ = true;
     osgWidget_->grabImage(image);
+    fullFrame_ = false;
     return image;
 }
 

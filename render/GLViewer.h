@@ -40,6 +40,7 @@ class ShaderADS;
 class Shape;
 class ShapeManager;
 class ViewerManipulator;
+class QTimer;
 class QelCubeAxis3d;
 
 // The 3D view of a window: owns the scene, the embedded viewer widget, the
@@ -179,6 +180,17 @@ public:
     long selectRangeSamples(const QVector<QPointF>& outline, int mode, bool keepInside,
                             QelRangeImage* out, bool* used);
 
+    // The point budget (GLViewerMotion.cpp): while the camera moves (a
+    // button held, or the wheel turned in the last 250 ms) a cloud draws at
+    // most this many points, an even sample; 0 draws every point. The
+    // default comes from QEL3D_POINT_BUDGET or is 600,000. Screenshots,
+    // picking and lasso always see every point.
+    void setPointBudget(long budget);
+    long pointBudget() const { return pointBudget_; }
+    bool isMoving() const { return moving_; }
+    // The budget for the frame being drawn (0: every point).
+    unsigned int effectiveBudget() const;
+
     // Renders one frame and returns it (initialising the viewer first).
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
@@ -187,6 +199,8 @@ public:
     void dataChanged();
 
 public slots:
+    // The camera starts or stops moving under the user's hand.
+    void setMoving(bool moving);
     // Recolours every height-coloured render object against [min, max].
     void applyHeightRange(double min, double max);
 
@@ -218,6 +232,8 @@ private:
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
     void rebuildBoundingBox();
+    void setUpPointBudget();
+    void watchMotion(ViewerManipulator* manipulator);
     // Builds, re-sizes or drops the cube axis for the data's bounds.
     void rebuildCubeAxis();
     void dropCubeAxis();
@@ -279,6 +295,11 @@ private:
     std::unique_ptr<QelCubeAxis3d> cubeAxis_;
     bool clipOn_ = false;
     bool pickOn_ = false;
+    long pointBudget_ = 0;
+    bool moving_ = false;
+    // Set while a frame for a screenshot is drawn: every point counts.
+    bool fullFrame_ = false;
+    QTimer* settleTimer_ = nullptr;
     osg::Vec4 clipPlane_;
     osg::ref_ptr<osg::Group> bboxGroup_;
     QColor textPenColour_{Qt::white};

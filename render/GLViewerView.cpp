@@ -264,7 +264,9 @@ long GLViewer::screenShot(QelImage* out) {
     ensureViewer();
     // Painting runs one frame, which takes the scene lock for reading itself.
     // Three-channel images of the data layer are in OpenCV's BGR order.
+    fullFrame_ = true;  // a screenshot always shows every point
     const QImage picture = grab().toImage().convertToFormat(QImage::Format_BGR888);
+    fullFrame_ = false;
     if (picture.isNull() || !out) return QelStatus::kScreenshotFailed;
     QelImage image;
     if (!image.CreateImage(picture.constBits(), picture.width(), picture.height(),

@@ -62,6 +62,7 @@ bool ViewerManipulator::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActio
                 emit sig_ClickPoint(ea.getX(), ea.getY());
                 return false;
             }
+            emit sig_motion(false);
             if (ea.getButton() == E::RIGHT_MOUSE_BUTTON) {
                 panning_ = false;
                 return false;
@@ -92,6 +93,7 @@ bool ViewerManipulator::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActio
             return TrackballManipulator::handle(ea, us);
         default:
             if (pickMode_ == 1) return false;
+            if (ea.getEventType() == E::PUSH) emit sig_motion(true);
             if (ea.getEventType() == E::PUSH && ea.getButton() == E::RIGHT_MOUSE_BUTTON) {
                 lastX_ = ea.getX();
                 lastY_ = ea.getY();
@@ -123,6 +125,7 @@ bool ViewerManipulator::handleMouseWheel(const osgGA::GUIEventAdapter& ea,
     if (motion != osgGA::GUIEventAdapter::SCROLL_UP &&
         motion != osgGA::GUIEventAdapter::SCROLL_DOWN)
         return false;
+    emit sig_wheelStep();
     const bool handled = TrackballManipulator::handleMouseWheel(ea, us);
     if (ortho_) {
         const double f = motion == osgGA::GUIEventAdapter::SCROLL_DOWN ? 1.0 / 0.9 : 0.9;

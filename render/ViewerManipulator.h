@@ -54,6 +54,11 @@ public:
 signals:
     void sig_ViewportChanged(osg::Vec3 center, float boundingRadius, osg::Vec3 boundingCenter);
     void sig_ClickPoint(float mouseX, float mouseY);
+    // A button went down (true) or up (false) outside pick mode: the camera
+    // may move in between.
+    void sig_motion(bool moving);
+    // One step of the wheel zoom.
+    void sig_wheelStep();
 
 public slots:
     void sendViewportChangedMsg();

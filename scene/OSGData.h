@@ -47,6 +47,8 @@ public:
     // recolours the object; not for own colours or colours a host set.
     virtual bool heightColoured() const { return !coloursLocked_ && !hostColoured_; }
     void markHostColoured() { hostColoured_ = true; }
+    // While the camera moves, draw at most 'budget' points (0: all).
+    virtual void setDrawBudget(unsigned int) {}
     virtual int id() const { return id_; }
     virtual double minZ() const { return minZ_; }
     virtual double maxZ() const { return maxZ_; }

@@ -70,6 +70,28 @@ void OSGPointCloud::setUseHeightColours(bool on) {
     applyDefaultColours();
 }
 
+void OSGPointCloud::setDrawBudget(unsigned int budget) {
+    const size_t n = vertices_->size();
+    const unsigned int wanted = budget > 0 && n > budget ? budget : 0;
+    if (wanted == budget_ || geometry_->getNumPrimitiveSets() == 0) return;
+    if (budget_ == 0) allPoints_ = geometry_->getPrimitiveSet(0);
+    budget_ = wanted;
+    if (wanted == 0) {
+        geometry_->setPrimitiveSet(0, allPoints_.get());
+        return;
+    }
+    const size_t step = (n + wanted - 1) / wanted;
+    sample_ = new osg::DrawElementsUInt(GL_POINTS);
+    sample_->reserve(n / step + 1);
+    for (size_t i = 0; i < n; i += step)
+        sample_->push_back(static_cast<unsigned int>(i));
+    geometry_->setPrimitiveSet(0, sample_.get());
+}
+
+unsigned int OSGPointCloud::drawnCount() const {
+    return geometry_->getNumPrimitiveSets() ? geometry_->getPrimitiveSet(0)->getNumIndices() : 0;
+}
+
 void OSGPointCloud::setPointSize(float size) {
     if (pointRenderMode_ == 0) {
         OSGData::setPointSize(size);

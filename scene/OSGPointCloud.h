@@ -22,6 +22,12 @@ public:
     void setUseHeightColours(bool on) override;
     bool heightColoured() const override;
 
+    // Over budget, draws every k-th point (k = points / budget rounded up):
+    // an even sample of a scan's rows or of a cloud in any order.
+    void setDrawBudget(unsigned int budget) override;
+    // Points drawn now.
+    unsigned int drawnCount() const;
+
     // 0 plain points, anything else lit sphere sprites.
     void setPointRenderMode(int mode);
     int pointRenderMode() const { return pointRenderMode_; }
@@ -32,5 +38,8 @@ private:
 
     QelPointCloud source_;
     std::unique_ptr<ShaderPointSprite> spriteShader_;
+    osg::ref_ptr<osg::PrimitiveSet> allPoints_;
+    osg::ref_ptr<osg::DrawElementsUInt> sample_;
+    unsigned int budget_ = 0;
     int pointRenderMode_ = 0;
 };

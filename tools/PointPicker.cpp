@@ -61,14 +61,13 @@ public:
         const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
         const osg::Matrixd toWindow = toWorld * toWindow_;
         const double radius = std::max(kTolerance, pointSize() / 2.0);
+        // Every vertex of a geometry drawn as points counts, also those a
+        // frame in motion leaves out.
         for (unsigned int p = 0; p < geometry.getNumPrimitiveSets(); ++p) {
-            const osg::PrimitiveSet* set = geometry.getPrimitiveSet(p);
-            if (set->getMode() != GL_POINTS) continue;
-            for (unsigned int i = 0; i < set->getNumIndices(); ++i) {
-                const unsigned int index = set->index(i);
-                if (index >= vertices->size()) continue;
-                consider((*vertices)[index], toWindow, toWorld, radius);
-            }
+            if (geometry.getPrimitiveSet(p)->getMode() != GL_POINTS) continue;
+            for (const osg::Vec3& v : *vertices)
+                consider(v, toWindow, toWorld, radius);
+            break;
         }
     }
 

@@ -1,0 +1,130 @@
+// The point budget while the camera moves: a drag or the wheel draws an
+// even sample of a large cloud, the release (or the pause after the wheel)
+// draws every point, and screenshots and picking always see every point.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <cmath>
+#include <osgViewer/Viewer>
+
+#include "OSGDataManager.h"
+#include "OSGPointCloud.h"
+#include "PointPicker.h"
+#include "QelPointCloud.h"
+#include "QelVector3dArray.h"
+#include "RenderTestScene.h"
+
+namespace {
+
+constexpr int kSide = 200;  // 40,000 points
+
+QelPointCloud dense() {
+    QelVector3dArray points(kSide * kSide);
+    for (int i = 0; i < kSide; ++i)
+        for (int j = 0; j < kSide; ++j)
+            points[i * kSide + j] = QelVector3d(-5 + 0.05f * i, -5 + 0.05f * j, 0.02f * (i % 7));
+    QelPointCloud cloud;
+    cloud.SetPoints(points);
+    return cloud;
+}
+
+void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, w->mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(w, &event);
+}
+
+// One frame as painting draws it (not a screenshot).
+void paintFrame(GLViewer& view) {
+    view.osgWidget()->grab();
+}
+
+int lit(const QImage& image) {
+    return image.width() * image.height() - countUnlike(image, Qt::black, 0);
+}
+
+}  // namespace
+
+TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
+    auto view = makeView(300, 300);
+    view->setPointBudget(5000);
+    const long id = view->addPointCloud(dense());
+    ASSERT_GE(id, 1);
+    auto* cloud = static_cast<OSGPointCloud*>(view->registry().find(int(id)));
+    paintFrame(*view);
+    EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "a still view draws everything";
+    const QImage still = view->grabFrame();
+
+    QWidget* w = view->osgWidget();
+    mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
+    paintFrame(*view);
+    EXPECT_TRUE(view->isMoving());
+    EXPECT_LE(cloud->drawnCount(), 5000u);
+    EXPECT_GE(cloud->drawnCount(), 4000u);
+
+    // Screenshots and picks in the middle of the drag see every point.
+    EXPECT_EQ(lit(view->grabFrame()), lit(still));
+    paintFrame(*view);
+    EXPECT_LE(cloud->drawnCount(), 5000u) << "and the drag goes on thinned";
+    // A pick finds the same point as in a still view, also one the sample
+    // leaves out (the sample keeps every 8th point).
+    osg::Camera& camera = *view->osgWidget()->viewer()->getCamera();
+    bool checked = false;
+    for (int x = 140; x < 160 && !checked; ++x) {
+        osg::Vec3d hit;
+        ASSERT_TRUE(PointPicker::pick(camera, *view->root(), x, 150, &hit));
+        const int index =
+            int(std::lround((hit.x() + 5) / 0.05)) * kSide + int(std::lround((hit.y() + 5) / 0.05));
+        if (index % 8 == 0) continue;
+        view->setPointBudget(0);
+        paintFrame(*view);
+        osg::Vec3d still;
+        ASSERT_TRUE(PointPicker::pick(camera, *view->root(), x, 150, &still));
+        EXPECT_EQ(hit, still);
+        view->setPointBudget(5000);
+        paintFrame(*view);
+        checked = true;
+    }
+    EXPECT_TRUE(checked);
+
+    mouse(w, QEvent::MouseMove, {180, 160}, Qt::LeftButton);
+    paintFrame(*view);
+    EXPECT_LE(cloud->drawnCount(), 5000u);
+    mouse(w, QEvent::MouseButtonRelease, {180, 160}, Qt::NoButton);
+    paintFrame(*view);
+    EXPECT_FALSE(view->isMoving());
+    EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "the settle frame";
+
+    // Without a budget nothing is left out.
+    view->setPointBudget(0);
+    mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
+    paintFrame(*view);
+    EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
+    mouse(w, QEvent::MouseButtonRelease, {150, 150}, Qt::NoButton);
+    paintFrame(*view);
+}
+
+TEST(PointBudget, TheWheelSettlesOnceAfterItsLastStep) {
+    auto view = makeView(300, 300);
+    view->setPointBudget(5000);
+    const long id = view->addPointCloud(dense());
+    auto* cloud = static_cast<OSGPointCloud*>(view->registry().find(int(id)));
+    paintFrame(*view);
+    QWidget* w = view->osgWidget();
+    QWheelEvent wheel(QPointF(150, 150), w->mapToGlobal(QPoint(150, 150)), QPoint(), QPoint(0, 120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(w, &wheel);
+    paintFrame(*view);
+    EXPECT_TRUE(view->isMoving());
+    EXPECT_LE(cloud->drawnCount(), 5000u);
+    // A little later the view settles by itself and draws every point.
+    QElapsedTimer clock;
+    clock.start();
+    while (view->isMoving() && clock.elapsed() < 2000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_FALSE(view->isMoving());
+    paintFrame(*view);
+    EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
+}
