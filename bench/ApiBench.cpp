@@ -4,17 +4,22 @@
 // of its own so peak resident memory belongs to one data set.
 //
 //   bench_api                 all figures, one JSON line each
-//   bench_api cloud N [bare]  one point-cloud run of N points
+//   bench_api cloud N slab|lattice [bare]
+//                             one point-cloud run of N points: a random slab
+//                             or a regular lattice (a scan's rows)
 //   bench_api range SIZE      one range-image run (SIZE x SIZE, 16-bit)
 //   bench_api mesh TRIANGLES  one mesh run
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_api
 #include <sys/resource.h>
 #include <QApplication>
+#include <QImage>
+#include <QMouseEvent>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
+#include <QWidget>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -41,7 +46,9 @@
 namespace {
 
 constexpr int kSize = 800;
-constexpr int kOrbitFrames = 5;
+constexpr int kOrbitFrames = 20;
+constexpr int kReplacements = 5;
+constexpr int kDragFrames = 5;
 using bench::Clock;
 using bench::median;
 using bench::since;
@@ -52,11 +59,20 @@ double peakResidentBytes() {
     return usage.ru_maxrss * 1024.0;
 }
 
-// The same pseudo-random slab of points for both paths.
-std::vector<osg::Vec3> slab(int n, unsigned seed) {
+// The same points for both paths: a pseudo-random slab, or a lattice of
+// rows as a scanner delivers them (a wavy surface; the seed shifts it).
+std::vector<osg::Vec3> workload(const std::string& kind, int n, unsigned seed) {
+    std::vector<osg::Vec3> points(static_cast<size_t>(n));
+    if (kind == "lattice") {
+        const int side = static_cast<int>(std::ceil(std::sqrt(double(n))));
+        for (int i = 0; i < n; ++i) {
+            const float x = 2.f * (i / side) / side - 1.f, y = 2.f * (i % side) / side - 1.f;
+            points[size_t(i)].set(x, y, 0.1f * std::sin(6 * x + seed) * std::cos(5 * y));
+        }
+        return points;
+    }
     std::mt19937 rng(seed);
     std::uniform_real_distribution<float> u(-1.f, 1.f);
-    std::vector<osg::Vec3> points(static_cast<size_t>(n));
     for (osg::Vec3& p : points)
         p.set(u(rng), u(rng), 0.2f * u(rng));
     return points;
@@ -69,8 +85,8 @@ osg::Vec3d orbitEye(int step) {
 
 // The floor: arrays built from the host's points, drawn by a bare viewer into
 // a framebuffer object and read back, as a screenshot needs.
-void bareCloud(int n) {
-    std::vector<osg::Vec3> points = slab(n, 3);
+void bareCloud(int n, const std::string& kind) {
+    std::vector<osg::Vec3> points = workload(kind, n, 3);
     BareViewer bare(kSize);
     auto frame = [&](int step) {
         bare.camera()->setViewMatrixAsLookAt(orbitEye(step), osg::Vec3d(), osg::Vec3d(0, 0, 1));
@@ -105,15 +121,18 @@ void bareCloud(int n) {
         frames.push_back(since(start));
     }
     const double shownBytes = peakResidentBytes();
-    std::vector<osg::Vec3> other = slab(n, 4);
-    start = Clock::now();
-    show(other);
-    frame(0);
-    const double replace = since(start);
+    std::vector<double> replacements;
+    const std::vector<osg::Vec3> other = workload(kind, n, 4);
+    for (int r = 0; r < kReplacements; ++r) {
+        start = Clock::now();
+        show(r % 2 ? points : other);
+        frame(0);
+        replacements.push_back(since(start));
+    }
     std::printf(
-        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"bytes_per_point\": %.1f, "
-        "\"bytes_per_point_replacing\": %.1f}\n",
-        first, median(frames), replace, shownBytes / n, peakResidentBytes() / n);
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"peak_bytes\": %.0f, "
+        "\"peak_bytes_replacing\": %.0f}\n",
+        first, median(frames), median(replacements), shownBytes, peakResidentBytes());
 }
 
 // A host window whose 3D view is kSize x kSize pixels.
@@ -136,10 +155,16 @@ struct Host {
         QELMV::QelDisplayPointCloud(view, probe);
         QelImage shot;
         QELMV::Qel3DScreenShot(view, &shot);
-        XResizeWindow(display, window, kSize, kSize + (kSize - shot.Height()));
-        XSync(display, False);
-        for (int i = 0; i < 20; ++i)
-            QCoreApplication::processEvents();
+        // Grow the host until the view is exactly kSize x kSize.
+        int height = kSize;
+        for (int attempt = 0; attempt < 5 && shot.Height() != kSize; ++attempt) {
+            height += kSize - shot.Height();
+            XResizeWindow(display, window, kSize, unsigned(height));
+            XSync(display, False);
+            for (int i = 0; i < 20; ++i)
+                QCoreApplication::processEvents();
+            QELMV::Qel3DScreenShot(view, &shot);
+        }
         QELMV::QelClear3DScene(view);
     }
     ~Host() {
@@ -162,8 +187,8 @@ struct Host {
     }
 };
 
-QelPointCloud hostCloud(int n, unsigned seed) {
-    const std::vector<osg::Vec3> points = slab(n, seed);
+QelPointCloud hostCloud(const std::string& kind, int n, unsigned seed) {
+    const std::vector<osg::Vec3> points = workload(kind, n, seed);
     QelVector3dArray array;
     array.SetSize(n);
     for (int i = 0; i < n; ++i)
@@ -173,8 +198,64 @@ QelPointCloud hostCloud(int n, unsigned seed) {
     return cloud;
 }
 
-void apiCloud(int n) {
-    QelPointCloud cloud = hostCloud(n, 3);
+// The 3D view's drawing widget, as a user's mouse reaches it.
+QWidget* viewWidget() {
+    for (QWidget* w : QApplication::allWidgets())
+        if (w->inherits("MOpenglWidget")) return w;
+    return nullptr;
+}
+
+void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, w->mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(w, &event);
+}
+
+long litPixels(const QImage& image) {
+    long n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += (image.pixel(x, y) & 0xffffff) != 0;
+    return n;
+}
+
+// Frames while the left button drags the view (under the point budget),
+// then the settle frame after the release; the pixels the settle frame
+// draws beside those of a screenshot (which never leaves points out) of the
+// same view.
+std::string dragFigures(long long view) {
+    QWidget* w = viewWidget();
+    if (!w) return {};
+    std::vector<double> drags;
+    mouse(w, QEvent::MouseButtonPress, QPoint(400, 400), Qt::LeftButton);
+    w->repaint();
+    for (int f = 1; f <= kDragFrames; ++f) {
+        mouse(w, QEvent::MouseMove, QPoint(400 + 2 * f, 400), Qt::LeftButton);
+        const auto start = Clock::now();
+        w->repaint();
+        drags.push_back(since(start));
+    }
+    mouse(w, QEvent::MouseButtonRelease, QPoint(400 + 2 * kDragFrames, 400), Qt::NoButton);
+    const auto start = Clock::now();
+    w->repaint();
+    const double settle = since(start);
+    const long settled = litPixels(w->grab().toImage());
+    QelImage shot;
+    QELMV::Qel3DScreenShot(view, &shot);
+    long still = 0;
+    for (int i = 0; i < shot.Width() * shot.Height(); ++i) {
+        const unsigned char* p = shot.ImageData() + 3 * i;
+        still += (p[0] | p[1] | p[2]) != 0;
+    }
+    char text[200];
+    std::snprintf(text, sizeof text,
+                  ", \"drag_frame_s\": %.4f, \"settle_frame_s\": %.4f, \"still_pixels\": %ld, "
+                  "\"settle_pixels\": %ld",
+                  median(drags), settle, still, settled);
+    return text;
+}
+
+void apiCloud(int n, const std::string& kind) {
+    QelPointCloud cloud = hostCloud(kind, n, 3);
     Host host;
     host.look(0);
     auto start = Clock::now();
@@ -188,16 +269,21 @@ void apiCloud(int n) {
         frames.push_back(host.shot());
     }
     const double shownBytes = peakResidentBytes();
-    QelPointCloud other = hostCloud(n, 4);
-    start = Clock::now();
-    QELMV::QelDisplayPointCloud(host.view, other);
     host.look(0);
-    host.shot();
-    const double replace = since(start);
+    const std::string drag = n >= 10000000 ? dragFigures(host.view) : std::string();
+    std::vector<double> replacements;
+    QelPointCloud other = hostCloud(kind, n, 4);
+    for (int r = 0; r < kReplacements; ++r) {
+        start = Clock::now();
+        QELMV::QelDisplayPointCloud(host.view, r % 2 ? cloud : other);
+        host.look(0);
+        host.shot();
+        replacements.push_back(since(start));
+    }
     std::printf(
-        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"bytes_per_point\": %.1f, "
-        "\"bytes_per_point_replacing\": %.1f}\n",
-        first, median(frames), replace, shownBytes / n, peakResidentBytes() / n);
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"peak_bytes\": %.0f, "
+        "\"peak_bytes_replacing\": %.0f%s}\n",
+        first, median(frames), median(replacements), shownBytes, peakResidentBytes(), drag.c_str());
 }
 
 void apiRange(int size) {
@@ -274,32 +360,41 @@ int main(int argc, char** argv) {
     if (argc >= 3) {
         const std::string what = argv[1];
         const int n = std::atoi(argv[2]);
-        if (what == "cloud" && argc >= 4) {
+        const std::string kind = argc >= 4 ? argv[3] : "slab";
+        if (what == "cloud" && argc >= 5) {
             QApplication app(argc, argv);
-            bareCloud(n);
+            bareCloud(n, kind);
             return 0;
         }
         // The library makes the application, as for a host without Qt.
-        if (what == "cloud") apiCloud(n);
+        if (what == "cloud") apiCloud(n, kind);
         if (what == "range") apiRange(n);
         if (what == "mesh") apiMesh(n);
         delete QCoreApplication::instance();
         return 0;
     }
-    for (int millions : {1, 4, 10}) {
-        const int n = millions * 1000000;
-        const std::string bare = child(argv[0], "cloud " + std::to_string(n) + " bare");
-        const std::string ours = child(argv[0], "cloud " + std::to_string(n));
-        std::printf(
-            "{\"kind\": \"point cloud\", \"points\": %d, \"size\": %d, \"ours\": %s, "
-            "\"bare_viewer\": %s, "
-            "\"ratio_first\": %.2f, \"ratio_frame\": %.2f, \"ratio_replace\": %.2f, "
-            "\"ratio_bytes\": %.2f}\n",
-            n, kSize, ours.c_str(), bare.c_str(), field(ours, "first_s") / field(bare, "first_s"),
-            field(ours, "frame_s") / field(bare, "frame_s"),
-            field(ours, "replace_s") / field(bare, "replace_s"),
-            field(ours, "bytes_per_point") / field(bare, "bytes_per_point"));
-        std::fflush(stdout);
+    for (const std::string kind : {"slab", "lattice"}) {
+        // Bytes per point are net of what a 1,000-point run of each path holds.
+        const double baseOurs = field(child(argv[0], "cloud 1000 " + kind), "peak_bytes");
+        const double baseBare = field(child(argv[0], "cloud 1000 " + kind + " bare"), "peak_bytes");
+        for (int millions : {1, 4, 10, 30}) {
+            const int n = millions * 1000000;
+            const std::string args = "cloud " + std::to_string(n) + " " + kind;
+            const std::string bare = child(argv[0], args + " bare");
+            const std::string ours = child(argv[0], args);
+            const double bytesOurs = (field(ours, "peak_bytes") - baseOurs) / n;
+            const double bytesBare = (field(bare, "peak_bytes") - baseBare) / n;
+            std::printf(
+                "{\"kind\": \"point cloud\", \"workload\": \"%s\", \"points\": %d, \"size\": %d, "
+                "\"ours\": %s, \"bare_viewer\": %s, \"bytes_per_point\": %.1f, "
+                "\"bare_bytes_per_point\": %.1f, \"ratio_first\": %.2f, \"ratio_frame\": %.2f, "
+                "\"ratio_replace\": %.2f, \"ratio_bytes\": %.2f}\n",
+                kind.c_str(), n, kSize, ours.c_str(), bare.c_str(), bytesOurs, bytesBare,
+                field(ours, "first_s") / field(bare, "first_s"),
+                field(ours, "frame_s") / field(bare, "frame_s"),
+                field(ours, "replace_s") / field(bare, "replace_s"), bytesOurs / bytesBare);
+            std::fflush(stdout);
+        }
     }
     for (int size : {1000, 4000, 8000}) {
         std::printf("%s\n", child(argv[0], "range " + std::to_string(size)).c_str());
