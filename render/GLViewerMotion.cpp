@@ -7,6 +7,7 @@
 #include "GLViewer.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
+#include "QelOSGWidget.h"
 #include "ViewerManipulator.h"
 
 namespace {
@@ -65,7 +66,9 @@ void GLViewer::watchMotion(ViewerManipulator* manipulator) {
 void GLViewer::setMoving(bool moving) {
     if (moving_ == moving) return;
     moving_ = moving;
-    if (!moving) requestRedraw();  // the settle frame, with every point
+    // The settle frame, with every point: a release arrives inside a frame,
+    // which then draws every point itself; the wheel's pause needs one.
+    if (!moving && !osgWidget_->frameInProgress()) requestRedraw();
 }
 
 void GLViewer::setPointBudget(long budget) {

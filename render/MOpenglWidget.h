@@ -15,6 +15,8 @@ class Viewer;
 class MOpenglWidget : public QWidget {
     Q_OBJECT
 public:
+    // True while a frame runs, with the scene lock held for reading.
+    bool frameInProgress() const { return inFrame_; }
     MOpenglWidget(int flag, QWidget* parent = nullptr);
     explicit MOpenglWidget(QWidget* parent = nullptr);
     ~MOpenglWidget() override;
@@ -51,9 +53,6 @@ protected:
 
     // The device pixel ratio of the widget's screen (or the first screen).
     float screenPixelRatio() const;
-    // True while a frame runs, with the scene lock held for reading.
-    bool frameInProgress() const { return inFrame_; }
-
     MRenderer* renderer_ = nullptr;
 
 private:
