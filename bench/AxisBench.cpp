@@ -12,7 +12,7 @@
 #include "BenchTiming.h"
 #include "GLViewer.h"
 #include "QelCubeAxis3d.h"
-#include "RandomSlab.h"
+#include "SlabView.h"
 
 namespace {
 
@@ -35,12 +35,7 @@ double frameSeconds(GLViewer& view) {
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     GLViewer view;
-    view.resize(800, 800);
-    view.grabFrame();
-    if (view.addPointCloud(bench::randomSlab(kPoints, 11, 5.f, 0.05f)) >= 11000000) return 1;
-    view.moveToView(6);
-    view.zoomFit();
-    view.grabFrame();
+    if (!bench::showSlab(view, kPoints, 11, 5.f, 0.05f)) return 1;
 
     std::vector<double> plain, axis, noGrid;
     for (int round = 0; round < kRounds; ++round) {

@@ -14,7 +14,7 @@
 #include "BenchTiming.h"
 #include "GLViewer.h"
 #include "QelOSGWidget.h"
-#include "RandomSlab.h"
+#include "SlabView.h"
 
 namespace {
 
@@ -56,11 +56,7 @@ int main(int argc, char** argv) {
     for (int millions : sizes) {
         const int n = millions * 1000000;
         GLViewer view;
-        view.resize(800, 800);
-        view.grabFrame();
-        if (view.addPointCloud(bench::randomSlab(n, 9, 1.f, 0.02f)) >= 11000000) return 1;
-        view.moveToView(6);
-        view.zoomFit();
+        if (!bench::showSlab(view, n, 9, 1.f, 0.02f)) return 1;
         view.setLightState(false);
         QWidget* w = view.osgWidget();
 

@@ -13,7 +13,7 @@
 #include "GLViewer.h"
 #include "PointPicker.h"
 #include "QelOSGWidget.h"
-#include "RandomSlab.h"
+#include "SlabView.h"
 
 namespace {
 
@@ -27,12 +27,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     for (int points : {1000000, 10000000}) {
         GLViewer view;
-        view.resize(800, 800);
-        view.grabFrame();
-        if (view.addPointCloud(bench::randomSlab(points, 5, 1.f, 0.02f)) >= 11000000) return 1;
-        view.moveToView(6);
-        view.zoomFit();
-        view.grabFrame();
+        if (!bench::showSlab(view, points, 5, 1.f, 0.02f)) return 1;
         osg::Camera& camera = *view.osgWidget()->viewer()->getCamera();
         std::vector<double> picks, lassos;
         int hits = 0;

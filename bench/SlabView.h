@@ -1,0 +1,21 @@
+#pragma once
+
+// A view of the benchmarks that drive the viewer's classes directly: 800 x
+// 800 pixels, no window around it, showing a random slab seen obliquely.
+#include "GLViewer.h"
+#include "RandomSlab.h"
+
+namespace bench {
+
+// False when the cloud is refused.
+inline bool showSlab(GLViewer& view, int points, unsigned seed, float thickness, float tilt) {
+    view.resize(800, 800);
+    view.grabFrame();
+    if (view.addPointCloud(randomSlab(points, seed, thickness, tilt)) >= 11000000) return false;
+    view.moveToView(6);
+    view.zoomFit();
+    view.grabFrame();
+    return true;
+}
+
+}  // namespace bench
