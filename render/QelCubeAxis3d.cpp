@@ -18,12 +18,12 @@ namespace {
 const int kCornerSide[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
                                {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
 
-struct FaceSpec {
+struct FaceEntry {
     const char* name;
     std::array<int, 4> corners;
     osg::Vec3d normal;
 };
-const FaceSpec kFaces[6] = {
+const FaceEntry kFaces[6] = {
     {"Top", {4, 5, 6, 7}, {0, 0, 1}},    {"Bottom", {0, 1, 2, 3}, {0, 0, -1}},
     {"Left", {0, 3, 7, 4}, {-1, 0, 0}},  {"Right", {1, 2, 6, 5}, {1, 0, 0}},
     {"Front", {0, 1, 5, 4}, {0, -1, 0}}, {"Back", {3, 2, 6, 7}, {0, 1, 0}}};
@@ -44,7 +44,7 @@ constexpr double kMinEdgePixels = 24.0;
 // Pixels kept free around every label.
 constexpr double kLabelMargin = 2.0;
 
-bool hasCorner(const FaceSpec& face, int corner) {
+bool hasCorner(const FaceEntry& face, int corner) {
     return std::find(face.corners.begin(), face.corners.end(), corner) != face.corners.end();
 }
 
@@ -246,10 +246,10 @@ osg::Vec3d QelCubeAxis3d::corner(int index) const {
 
 void QelCubeAxis3d::buildFaces() {
     faces_.clear();
-    for (const FaceSpec& spec : kFaces) {
-        Face face{spec.name, spec.corners, {}, spec.normal};
+    for (const FaceEntry& entry : kFaces) {
+        Face face{entry.name, entry.corners, {}, entry.normal};
         for (int i = 0; i < 4; ++i)
-            face.points[i] = corner(spec.corners[i]);
+            face.points[i] = corner(entry.corners[i]);
         faces_.push_back(face);
     }
 }
@@ -400,7 +400,7 @@ void QelCubeAxis3d::rebuildLines(const Layout& layout) {
     // The edges of the three faces behind the data.
     for (const auto& edge : kEdges) {
         const bool behind =
-            std::any_of(std::begin(kFaces), std::end(kFaces), [&](const FaceSpec& f) {
+            std::any_of(std::begin(kFaces), std::end(kFaces), [&](const FaceEntry& f) {
                 return hasCorner(f, layout.backCorner) && hasCorner(f, edge[0]) &&
                        hasCorner(f, edge[1]);
             });
