@@ -6,17 +6,15 @@
 
 #include <QCoreApplication>
 
-// Xlib's macros clash with Qt's: it comes last.
-#include <X11/Xlib.h>
+#include "XServerConnection.h"
 
 int main(int argc, char** argv) {
     // Keep the GL driver mapped until exit so leak reports can name it.
     dlopen("/usr/lib/x86_64-linux-gnu/dri/swrast_dri.so", RTLD_LAZY | RTLD_NODELETE);
-    // A host always holds a connection to its X server. Without one, the
-    // moment between two tests when the library has closed its last
-    // connection lets the virtual server reset, and the next test's
-    // connection attempt is refused while it does.
-    Display* host = XOpenDisplay(nullptr);
+    // Held as a host holds its own: otherwise, once the library has closed
+    // its last connection between two tests, the server could reset under
+    // the next one.
+    Display* host = holdXServerConnection();
     ::testing::InitGoogleTest(&argc, argv);
     const int result = RUN_ALL_TESTS();
     // An application the library no longer remembers stays until the host

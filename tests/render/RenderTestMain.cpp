@@ -6,11 +6,19 @@
 
 #include <QApplication>
 
+#include "XServerConnection.h"
+
 int main(int argc, char** argv) {
     // Keep the GL driver mapped until exit, so a leak report at exit can name
     // it (and the driver's own one-time allocations can be suppressed).
     dlopen("/usr/lib/x86_64-linux-gnu/dri/swrast_dri.so", RTLD_LAZY | RTLD_NODELETE);
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    Display* server = holdXServerConnection();
+    int result = 0;
+    {
+        QApplication app(argc, argv);
+        ::testing::InitGoogleTest(&argc, argv);
+        result = RUN_ALL_TESTS();
+    }
+    if (server) XCloseDisplay(server);
+    return result;
 }
