@@ -108,16 +108,16 @@ osg::Vec3 OSGRangeImage::SamplePlacer::operator()(long long index, float row, fl
 QelVector3dArray OSGRangeImage::sourcePoints(std::vector<long long>* pixels) const {
     const SamplePlacer place(source_);
     const long long width = source_.Width(), n = width * source_.Height();
-    std::vector<osg::Vec3> points;
     pixels->clear();
-    for (long long i = 0; i < n; ++i) {
-        if (!place.reader.isValid(i)) continue;
-        points.push_back(place(i, static_cast<float>(i / width), static_cast<float>(i % width)));
-        pixels->push_back(i);
+    for (long long i = 0; i < n; ++i)
+        if (place.reader.isValid(i)) pixels->push_back(i);
+    // Placed straight into the result: no second copy of a large image.
+    QelVector3dArray out(static_cast<int>(pixels->size()));
+    for (size_t k = 0; k < pixels->size(); ++k) {
+        const long long i = (*pixels)[k];
+        const osg::Vec3 p = place(i, static_cast<float>(i / width), static_cast<float>(i % width));
+        out[static_cast<int>(k)] = QelVector3d(p.x(), p.y(), p.z());
     }
-    QelVector3dArray out(static_cast<int>(points.size()));
-    for (size_t k = 0; k < points.size(); ++k)
-        out[static_cast<int>(k)] = QelVector3d(points[k].x(), points[k].y(), points[k].z());
     return out;
 }
 
