@@ -39,6 +39,7 @@ void WindowRegistry::ensureApplication() {
         static int argc = 0;
         static char* argv[] = {nullptr};
         application_ = new QApplication(argc, argv);
+        made_ = application_;
         libraryCreated_ = true;
     } else {
         application_ = nullptr;
@@ -50,7 +51,12 @@ bool WindowRegistry::hostOwnsApplication() {
 }
 
 void WindowRegistry::releaseApplication() {
-    if (!handles().empty() || !application_ || !libraryCreated_) return;
+    if (!handles().empty() || !application_) {
+        if (!made_ || made_ != QCoreApplication::instance()) return;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+        return;
+    }
     delete application_;
     application_ = nullptr;
     libraryCreated_ = false;

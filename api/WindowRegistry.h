@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <vector>
 
 #include "StatusCodes.h"
@@ -28,7 +29,10 @@ public:
     static void ensureApplication();
     // Whether an application exists that the library did not create.
     static bool hostOwnsApplication();
-    // Deletes the library's application once the last window is gone.
+    // After a window is destroyed: deletes the library's application once the
+    // last window is gone. While other windows remain, a host without an
+    // event loop of its own never lets Qt handle what the destroyed window
+    // left queued (X events, deferred deletions), so the library does it.
     static void releaseApplication();
     // Whether the caller runs on the application object's thread (or no
     // application exists yet). Widgets and GL contexts belong to that thread.
@@ -38,6 +42,9 @@ private:
     static std::vector<long long>& handles();
     static inline QApplication* application_ = nullptr;
     static inline bool libraryCreated_ = false;
+    // The application the library made, for as long as it lives, whether or
+    // not the library may still delete it.
+    static inline QPointer<QApplication> made_;
 };
 
 // First line of every exported function: widgets and the GL context belong

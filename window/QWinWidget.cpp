@@ -31,7 +31,14 @@ QWinWidget::~QWinWidget() {
 
 void QWinWidget::initialize() {
     setProperty("_q_embedded_native_parent_handle", QVariant::fromValue<qulonglong>(parentWindow_));
-    winId();  // make sure the widget has its own native window
+    // The window gets its own native X window. It is painted by the raster
+    // engine, so it is made as a plain raster window: a GL-capable one would
+    // look up a GLX visual for every window, and the GL driver keeps a little
+    // of each lookup for the life of the process.
+    const bool forcedRaster = QCoreApplication::testAttribute(Qt::AA_ForceRasterWidgets);
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, true);
+    winId();
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, forcedRaster);
     hostWindow_ = QWindow::fromWinId(parentWindow_);
     windowHandle()->setParent(hostWindow_);
     X11Connection* x11 = X11Connection::instance();

@@ -2,6 +2,9 @@
 // functions, from a host with plain X11 windows.
 #include <gtest/gtest.h>
 
+#include <QPointer>
+#include <QWindow>
+
 #include "ApiHost.h"
 
 using namespace QELMV;
@@ -29,6 +32,40 @@ TEST(WindowLifecycle, AnApplicationSeenAtCreationIsNeverEndedByTheLibrary) {
     EXPECT_EQ(QelDestory3DWnd(first), 0);
     EXPECT_EQ(QelDestory3DWnd(second), 0);
     EXPECT_NE(QCoreApplication::instance(), nullptr);
+}
+
+// A host without Qt never runs Qt's event loop. What a destroyed window
+// leaves queued is handled by the library then, or it would pile up for as
+// long as other windows keep the application; a host's own application is
+// the host's to run.
+TEST(WindowLifecycle, DestroyHandlesWhatIsQueuedOnlyInTheLibrarysApplication) {
+    XHostWindow host;
+    long long kept = 0, gone = 0;
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &kept), 0);
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &gone), 0);
+    QPointer<QObject> leftover = new QObject;
+    leftover->deleteLater();
+    ASSERT_EQ(QelDestory3DWnd(gone), 0);
+    EXPECT_TRUE(leftover.isNull());
+    // Hosted in a plain raster window: no GL visual is looked up per window.
+    QWidget* native = reinterpret_cast<QWidget*>(kept)->window();
+    ASSERT_NE(native->windowHandle(), nullptr);
+    EXPECT_EQ(native->windowHandle()->surfaceType(), QSurface::RasterSurface);
+    EXPECT_EQ(QelDestory3DWnd(kept), 0);
+    delete QCoreApplication::instance();  // the second window made it the host's
+
+    static int argc = 1;
+    static char name[] = "host";
+    static char* argv[] = {name, nullptr};
+    auto* own = new QApplication(argc, argv);
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &kept), 0);
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &gone), 0);
+    leftover = new QObject;
+    leftover->deleteLater();
+    ASSERT_EQ(QelDestory3DWnd(gone), 0);
+    EXPECT_FALSE(leftover.isNull());
+    EXPECT_EQ(QelDestory3DWnd(kept), 0);
+    delete own;
 }
 
 TEST(WindowLifecycle, BogusParentsAreRefusedAndTheProcessLives) {
