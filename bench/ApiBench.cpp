@@ -1,7 +1,9 @@
 // End-to-end figures through the exported functions, as a host sees them,
 // beside a bare scene-graph viewer drawing the same points (the floor of the
-// stack) measured in the same run. Each measurement runs in a child process
-// of its own so peak resident memory belongs to one data set.
+// stack) measured in the same run. Both use the same camera and projection,
+// so they draw the same picture; each reports the pixels its first frame
+// lit. Each measurement runs in a child process of its own so peak resident
+// memory belongs to one data set.
 //
 //   bench_api                 all figures, one JSON line each
 //   bench_api cloud N slab|lattice [bare]
@@ -114,6 +116,7 @@ void bareCloud(int n, const std::string& kind) {
     show(points);
     frame(0);
     const double first = since(start);
+    const long lit = bare.litPixels();
     std::vector<double> frames;
     for (int f = 1; f <= kOrbitFrames; ++f) {
         start = Clock::now();
@@ -130,9 +133,9 @@ void bareCloud(int n, const std::string& kind) {
         replacements.push_back(since(start));
     }
     std::printf(
-        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"peak_bytes\": %.0f, "
-        "\"peak_bytes_replacing\": %.0f}\n",
-        first, median(frames), median(replacements), shownBytes, peakResidentBytes());
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"lit_pixels\": %ld, "
+        "\"peak_bytes\": %.0f, \"peak_bytes_replacing\": %.0f}\n",
+        first, median(frames), median(replacements), lit, shownBytes, peakResidentBytes());
 }
 
 // A host window whose 3D view is kSize x kSize pixels.
@@ -172,13 +175,21 @@ struct Host {
         XDestroyWindow(display, window);
         XCloseDisplay(display);
     }
+    // Pixels of the last screenshot that are not black.
+    long lit = 0;
     double shot() {
         const auto start = Clock::now();
         QelImage image;
         if (QELMV::Qel3DScreenShot(view, &image) != 0 || image.Height() != kSize)
             std::fprintf(stderr, "unexpected screenshot (%d x %d)\n", image.Width(),
                          image.Height());
-        return since(start);
+        const double seconds = since(start);
+        lit = 0;
+        for (int i = 0; i < image.Width() * image.Height(); ++i) {
+            const unsigned char* p = image.ImageData() + 3 * i;
+            lit += (p[0] | p[1] | p[2]) != 0;
+        }
+        return seconds;
     }
     void look(int step) {
         const osg::Vec3d e = orbitEye(step);
@@ -263,6 +274,7 @@ void apiCloud(int n, const std::string& kind) {
     host.look(0);
     host.shot();
     const double first = since(start);
+    const long lit = host.lit;
     std::vector<double> frames;
     for (int f = 1; f <= kOrbitFrames; ++f) {
         host.look(f);
@@ -281,9 +293,10 @@ void apiCloud(int n, const std::string& kind) {
         replacements.push_back(since(start));
     }
     std::printf(
-        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"peak_bytes\": %.0f, "
-        "\"peak_bytes_replacing\": %.0f%s}\n",
-        first, median(frames), median(replacements), shownBytes, peakResidentBytes(), drag.c_str());
+        "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f, \"lit_pixels\": %ld, "
+        "\"peak_bytes\": %.0f, \"peak_bytes_replacing\": %.0f%s}\n",
+        first, median(frames), median(replacements), lit, shownBytes, peakResidentBytes(),
+        drag.c_str());
 }
 
 void apiRange(int size) {

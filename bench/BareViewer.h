@@ -33,7 +33,8 @@ public:
         window_->setDefaultFboId(fbo_->handle());
         camera()->setGraphicsContext(window_);
         camera()->setViewport(0, 0, size, size);
-        camera()->setProjectionMatrixAsPerspective(40.0, 1.0, 0.1, 100.0);
+        // The library's own projection, so both draw the same picture.
+        camera()->setProjectionMatrixAsPerspective(30.0, 1.0, 1.0, 10000.0);
         camera()->setClearColor(osg::Vec4(0, 0, 0, 1));
         viewer_->setThreadingModel(osgViewer::Viewer::SingleThreaded);
         viewer_->realize();
@@ -66,6 +67,14 @@ public:
         viewer_->frame();
         context_.functions()->glReadPixels(0, 0, size_, size_, GL_RGBA, GL_UNSIGNED_BYTE,
                                            pixels_.data());
+    }
+
+    // Pixels of the last read-back that are not black.
+    long litPixels() const {
+        long n = 0;
+        for (size_t i = 0; i < pixels_.size(); i += 4)
+            n += (pixels_[i] | pixels_[i + 1] | pixels_[i + 2]) != 0;
+        return n;
     }
 
 private:
