@@ -33,8 +33,11 @@ public:
         window_->setDefaultFboId(fbo_->handle());
         camera()->setGraphicsContext(window_);
         camera()->setViewport(0, 0, size, size);
-        // The library's own projection, so both draw the same picture.
-        camera()->setProjectionMatrixAsPerspective(30.0, 1.0, 1.0, 10000.0);
+        // The scene graph's default field of view, which the library keeps,
+        // on a square view: both draw the same picture.
+        double fovy = 0, aspect = 1, zNear = 1, zFar = 10000;
+        camera()->getProjectionMatrixAsPerspective(fovy, aspect, zNear, zFar);
+        camera()->setProjectionMatrixAsPerspective(fovy, 1.0, zNear, zFar);
         camera()->setClearColor(osg::Vec4(0, 0, 0, 1));
         viewer_->setThreadingModel(osgViewer::Viewer::SingleThreaded);
         viewer_->realize();

@@ -36,6 +36,7 @@ class QelVar;
 class QelVector3d;
 class Qel3DShape;
 class OSGDataStream;
+class OSGPointCloud;
 class ShaderADS;
 class Shape;
 class ShapeManager;
@@ -250,8 +251,13 @@ private:
     void repairProjection();
     void fitIfOutOfView(const osg::BoundingSphere& bound);
     // Takes a newly built object: refuses it when unusable or too large,
-    // otherwise colours it and adds it (after clearing when replace is set).
+    // otherwise adds it (after clearing when replace is set). The second
+    // form is given the box the object spans, already found to fit.
     long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info);
+    long adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info,
+               const osg::BoundingBox& box);
+    // A point cloud the next display can build into instead of allocating.
+    OSGPointCloud* reusablePointCloud(int points) const;
     void setInfoText(const QStringList& lines);
     // Under the scene lock, runs change(object) on the render object with
     // that id (11100022 when there is none) and redraws when it returns 0.

@@ -44,16 +44,28 @@ void GLViewer::setInfoText(const QStringList& lines) {
     emit sig_infoText(lines);
 }
 
+namespace {
+
+// Extent values must stay within what a 32-bit integer coordinate holds.
+bool extentFits(const osg::BoundingBox& box) {
+    constexpr float kLimit = 2147483648.0f;
+    return !box.valid() ||
+           (box.xMax() <= kLimit && box.yMax() <= kLimit && box.zMax() <= kLimit &&
+            box.xMin() >= -kLimit && box.yMin() >= -kLimit && box.zMin() >= -kLimit);
+}
+
+}  // namespace
+
 long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info) {
     if (!object->isValid()) return QelStatus::kObjectUnusable;
     osg::ComputeBoundsVisitor bounds;
     object->node()->accept(bounds);
-    const osg::BoundingBox& box = bounds.getBoundingBox();
-    // Extent values must stay within what a 32-bit integer coordinate holds.
-    if (box.valid() &&
-        (box.xMax() > 2147483648.0f || box.yMax() > 2147483648.0f || box.zMax() > 2147483648.0f ||
-         box.xMin() < -2147483648.0f || box.yMin() < -2147483648.0f || box.zMin() < -2147483648.0f))
-        return QelStatus::kExtentTooLarge;
+    if (!extentFits(bounds.getBoundingBox())) return QelStatus::kExtentTooLarge;
+    return adopt(std::move(object), replace, info, bounds.getBoundingBox());
+}
+
+long GLViewer::adopt(std::unique_ptr<OSGData> object, bool replace, const QStringList& info,
+                     const osg::BoundingBox& box) {
     const long id = object->id();
     const double minZ = object->minZ(), maxZ = object->maxZ();
     const bool intoEmptyScene = replace || registry_->count() == 0;
@@ -76,16 +88,40 @@ int GLViewer::samplingStepFor(std::uint64_t width, std::uint64_t height) const {
     return samplingStep_ > 0 ? samplingStep_ : SamplingStep::automatic(double(width) * height);
 }
 
+OSGPointCloud* GLViewer::reusablePointCloud(int points) const {
+    for (int i = 0; i < registry_->count(); ++i) {
+        OSGData* object = registry_->at(i);
+        if (OSGPointCloud::canReuse(*object, points)) return static_cast<OSGPointCloud*>(object);
+    }
+    return nullptr;
+}
+
 long GLViewer::addPointCloud(const QelPointCloud& cloud, bool replace) {
     if (!MemoryBudget::fits(
             MemoryBudget::pointCloud(std::uint64_t(cloud.Length()), cloud.IsValidColor() ? 4 : 0)))
         return QelStatus::kCountTooLarge;
     const long id = ObjectIdCounter::take();
+    const QString line = QStringLiteral("  ") + tr("Data Type: Point Cloud") + " \t " +
+                         tr("Number of Points: ") + QString::number(cloud.Length());
+    // A cloud replacing one of the same length is built into its storage.
+    // That changes the displayed cloud, so every check comes first: a
+    // refused call leaves the scene as it was.
+    if (OSGPointCloud* previous = replace ? reusablePointCloud(cloud.Length()) : nullptr) {
+        const osg::BoundingBox box = OSGPointCloud::extentOf(cloud);
+        if (!extentFits(box)) return QelStatus::kExtentTooLarge;
+        std::unique_ptr<OSGPointCloud> object;
+        {
+            // Its arrays are still drawn until the swap.
+            SceneLockGuard lock(osgWidget_);
+            object = std::make_unique<OSGPointCloud>(cloud, 0, static_cast<int>(id),
+                                                     useHeightColours_, *previous);
+            object->applyDefaultColours();
+        }
+        return adopt(std::move(object), replace, {line}, box);
+    }
     auto object =
         std::make_unique<OSGPointCloud>(cloud, 0, static_cast<int>(id), useHeightColours_);
     object->applyDefaultColours();
-    const QString line = QStringLiteral("  ") + tr("Data Type: Point Cloud") + " \t " +
-                         tr("Number of Points: ") + QString::number(cloud.Length());
     return adopt(std::move(object), replace, {line});
 }
 

@@ -1,6 +1,7 @@
 // The view's camera, light, clipping and furniture operations.
 #include <cmath>
 #include <osg/ComputeBoundsVisitor>
+#include <osg/DisplaySettings>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osgViewer/Viewer>
@@ -131,7 +132,9 @@ void GLViewer::zoomFit() {
 
 // A projection that went non-finite (a degenerate frame's near and far
 // values are written back into it) never recovers by itself: it is set back
-// to a plain perspective so a valid camera always shows the scene again.
+// to the perspective every view starts with (the scene graph's default
+// field of view, from its display settings), so a valid camera always shows
+// the scene again.
 void GLViewer::repairProjection() {
     osgViewer::Viewer* viewer = osgWidget_->viewer();
     if (!viewer) return;
@@ -145,8 +148,11 @@ void GLViewer::repairProjection() {
     const double aspect = gc && gc->getTraits() && gc->getTraits()->height > 0
                               ? double(gc->getTraits()->width) / gc->getTraits()->height
                               : 1.0;
+    const osg::DisplaySettings* ds = osg::DisplaySettings::instance().get();
+    const double fovy = osg::RadiansToDegrees(
+        2.0 * std::atan2(ds->getScreenHeight() / 2.0, ds->getScreenDistance()));
     SceneLockGuard lock(osgWidget_);
-    camera->setProjectionMatrixAsPerspective(30.0, aspect, 1.0, 10000.0);
+    camera->setProjectionMatrixAsPerspective(fovy, aspect, 1.0, 10000.0);
 }
 
 // New data in an empty scene keeps the camera when the camera already shows

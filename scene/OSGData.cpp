@@ -68,16 +68,13 @@ void OSGData::applyColourMap(double min, double max) {
         table[k] = osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
     }
     const double span = (max - min) == 0.0 ? 100.0 : (max - min);
-    colors_->resize(n);
-    for (size_t i = 0; i < n; ++i) {
-        const double t = ((*vertices_)[i].z() - min) / span;
-        if (t > 1.0)
-            (*colors_)[i].set(1, 0, 0, 1);
-        else if (t <= 0.0 || !(t == t))
-            (*colors_)[i].set(0, 0, 1, 1);
-        else
-            (*colors_)[i] = table[static_cast<size_t>(t * kSteps + 0.5)];
-    }
+    const osg::Vec3Array& vertices = *vertices_;
+    fillArray(*colors_, n, [&](size_t i) {
+        const double t = (vertices[i].z() - min) / span;
+        if (t > 1.0) return osg::Vec4(1, 0, 0, 1);
+        if (t <= 0.0 || !(t == t)) return osg::Vec4(0, 0, 1, 1);
+        return table[static_cast<size_t>(t * kSteps + 0.5)];
+    });
     refreshColours();
 }
 

@@ -69,6 +69,22 @@ public:
     static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
 
 protected:
+    // Sets array[i] = valueAt(i) for i < n in one pass: an array that holds n
+    // already is overwritten, any other is refilled without being cleared
+    // first (fresh memory is written once).
+    template <typename Array, typename ValueAt>
+    static void fillArray(Array& array, size_t n, ValueAt valueAt) {
+        if (array.size() == n) {
+            for (size_t i = 0; i < n; ++i)
+                array[i] = valueAt(i);
+        } else {
+            array.clear();
+            array.reserve(n);
+            for (size_t i = 0; i < n; ++i)
+                array.push_back(valueAt(i));
+        }
+        array.dirty();
+    }
     void widenHeightRange(double z);
     // Line (mode 1) or fill (mode 4) on both faces.
     static void setPolygonMode(osg::PolygonMode* polygonMode, int mode);

@@ -3,14 +3,58 @@
 #include <cfloat>
 #include <cmath>
 
+#include <osg/BoundingBox>
 #include <osg/StateSet>
 
 #include "ShaderPointSprite.h"
+
+namespace {
+
+// The invalid marker is +FLT_MAX; non-finite points are invalid too.
+bool isValidPoint(const QelVector3d& p) {
+    return !(std::fabs(p.z - FLT_MAX) < 1e-8) && p.IsValid();
+}
+
+}  // namespace
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
                              bool useHeightColours)
     : OSGData(id, PointCloud, useHeightColours), source_(cloud) {
     renderMode_ = renderMode;
+    build();
+}
+
+OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
+                             bool useHeightColours, OSGPointCloud& previous)
+    : OSGData(id, PointCloud, useHeightColours), source_(std::move(previous.source_)) {
+    renderMode_ = renderMode;
+    source_ = cloud;  // into the storage taken over
+    // The arrays keep their buffer object: an array of unchanged size is
+    // sent to it again without reallocating it.
+    const size_t n = static_cast<size_t>(cloud.Length());
+    if (previous.vertices_->size() == n) vertices_ = previous.vertices_;
+    if (previous.colors_->size() == n) colors_ = previous.colors_;
+    build();
+}
+
+bool OSGPointCloud::canReuse(const OSGData& previous, int points) {
+    return previous.kind() == PointCloud && points > 0 &&
+           previous.vertexArray()->size() == static_cast<size_t>(points);
+}
+
+osg::BoundingBox OSGPointCloud::extentOf(const QelPointCloud& cloud) {
+    osg::BoundingBox box;
+    for (int i = 0; i < cloud.Length(); ++i) {
+        const QelVector3d& p = cloud[i];
+        if (isValidPoint(p))
+            box.expandBy(p.x, p.y, p.z);
+        else
+            box.expandBy(0, 0, 0);
+    }
+    return box;
+}
+
+void OSGPointCloud::build() {
     if (source_.Length() == 0) return;
     fillVertices();
     normals_->push_back(osg::Vec3(0, 0, 1));
@@ -29,16 +73,12 @@ OSGPointCloud::~OSGPointCloud() {
 }
 
 void OSGPointCloud::fillVertices() {
-    const int n = source_.Length();
-    vertices_->assign(static_cast<size_t>(n), osg::Vec3(0, 0, 0));
-    for (int i = 0; i < n; ++i) {
-        const QelVector3d& p = source_[i];
-        // The invalid marker is +FLT_MAX; non-finite points are invalid too.
-        if (std::fabs(p.z - FLT_MAX) < 1e-8 || !p.IsValid()) continue;
-        (*vertices_)[static_cast<size_t>(i)].set(p.x, p.y, p.z);
+    fillArray(*vertices_, static_cast<size_t>(source_.Length()), [this](size_t i) {
+        const QelVector3d& p = source_[static_cast<int>(i)];
+        if (!isValidPoint(p)) return osg::Vec3(0, 0, 0);
         widenHeightRange(p.z);
-    }
-    vertices_->dirty();
+        return osg::Vec3(p.x, p.y, p.z);
+    });
 }
 
 osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {

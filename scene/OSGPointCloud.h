@@ -13,7 +13,19 @@ class ShaderPointSprite;
 class OSGPointCloud : public OSGData {
 public:
     OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id, bool useHeightColours);
+    // Builds the cloud into the storage of 'previous', a cloud it replaces
+    // (see canReuse): the copy of the source and the arrays are overwritten
+    // instead of allocated, and the next frame updates their buffer objects
+    // in place. Everything else is new, as in a cloud built afresh.
+    // 'previous' is left to be discarded.
+    OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id, bool useHeightColours,
+                  OSGPointCloud& previous);
     ~OSGPointCloud() override;
+
+    // Whether 'previous' can lend its storage to a cloud of this many points.
+    static bool canReuse(const OSGData& previous, int points);
+    // The box the vertices of a cloud span (invalid points sit at the origin).
+    static osg::BoundingBox extentOf(const QelPointCloud& cloud);
 
     void setRenderMode(int) override {}
     osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() override;
@@ -34,6 +46,7 @@ public:
     const QelPointCloud& source() const { return source_; }
 
 private:
+    void build();
     void fillVertices();
 
     QelPointCloud source_;
