@@ -58,7 +58,13 @@ vec4 shade(vec4 colourIn, vec3 N, vec3 positionView)
     vec3 rgb = ambientWeight * colour + diffuseWeight * d * colour;
     if (useSpecular) {
         vec3 halfVector = normalize(-light_dir + view_dir);
-        vec3 specular = vec3(1.0) * pow(abs(dot(halfVector, N)), 32.0);
+        // x^32 by squaring: exact where pow goes through exp2 and log2.
+        float x = abs(dot(halfVector, N));
+        x *= x;
+        x *= x;
+        x *= x;
+        x *= x;
+        vec3 specular = vec3(x * x);
         rgb += specularWeight * specular;
     }
 

@@ -54,37 +54,81 @@ osg::Vec4 OSGData::heightColour(double z, double min, double max) {
     return osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
 }
 
-void OSGData::applyColourMap(double min, double max) {
-    const size_t n = vertices_->size();
-    if (n == 0) return;
+namespace {
+
+void setColour(osg::Vec4& out, const QelColor& c) {
+    out.set(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, c.a / 255.0f);
+}
+
+void setColour(osg::Vec4ub& out, const QelColor& c) {
+    out.set(static_cast<unsigned char>(c.r), static_cast<unsigned char>(c.g),
+            static_cast<unsigned char>(c.b), static_cast<unsigned char>(c.a));
+}
+
+}  // namespace
+
+template <typename Array>
+void OSGData::colourByHeight(Array& out, double min, double max) const {
+    using Colour = typename Array::ElementDataType;
     // The table sampled at 4096 steps of t, looked up per vertex: the colours
     // are 8-bit, so neighbouring samples differ by at most one level, and ten
     // million vertices cost one table instead of ten million evaluations.
     constexpr int kSteps = 4096;
-    std::vector<osg::Vec4> table(kSteps + 1);
+    std::vector<Colour> table(kSteps + 1);
     for (int k = 0; k <= kSteps; ++k) {
         QelColor c;
         QELMV::QelLUTSetting().GetColor(1.0 - double(k) / kSteps, ColorMapIndex::current(), &c);
-        table[k] = osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
+        c.a = 255;
+        setColour(table[k], c);
     }
+    Colour red, blue;
+    setColour(red, QelColor(255, 0, 0));
+    setColour(blue, QelColor(0, 0, 255));
     const double span = (max - min) == 0.0 ? 100.0 : (max - min);
     const osg::Vec3Array& vertices = *vertices_;
-    fillArray(*colors_, n, [&](size_t i) {
+    fillArray(out, vertices.size(), [&](size_t i) {
         const double t = (vertices[i].z() - min) / span;
-        if (t > 1.0) return osg::Vec4(1, 0, 0, 1);
-        if (t <= 0.0 || !(t == t)) return osg::Vec4(0, 0, 1, 1);
+        if (t > 1.0) return red;
+        if (t <= 0.0 || !(t == t)) return blue;
         return table[static_cast<size_t>(t * kSteps + 0.5)];
     });
+}
+
+template <typename Array>
+int OSGData::copyColours(Array& out, const QelColorArray& colours) {
+    int smallest = 255;
+    fillArray(out, static_cast<size_t>(colours.Length()), [&](size_t i) {
+        const QelColor c = colours[static_cast<int>(i)];
+        smallest = std::min(smallest, c.a);
+        typename Array::ElementDataType colour;
+        setColour(colour, c);
+        return colour;
+    });
+    return smallest;
+}
+
+template void OSGData::colourByHeight(osg::Vec4Array&, double, double) const;
+template void OSGData::colourByHeight(osg::Vec4ubArray&, double, double) const;
+template int OSGData::copyColours(osg::Vec4Array&, const QelColorArray&);
+template int OSGData::copyColours(osg::Vec4ubArray&, const QelColorArray&);
+
+void OSGData::applyColourMap(double min, double max) {
+    if (vertices_->empty()) return;
+    colourByHeight(*colors_, min, max);
     refreshColours();
+}
+
+void OSGData::refreshColours() {
+    bindColours(colors_.get());
 }
 
 // Marking the array dirty alone does not reach a geometry drawn through a
 // vertex array object; handing the array over again makes the next frame
 // upload it.
-void OSGData::refreshColours() {
-    colors_->dirty();
-    geometry_->setColorArray(colors_.get(), colors_->size() == 1 ? osg::Array::BIND_OVERALL
-                                                                 : osg::Array::BIND_PER_VERTEX);
+void OSGData::bindColours(osg::Array* colours) {
+    colours->dirty();
+    geometry_->setColorArray(colours, colours->getNumElements() == 1 ? osg::Array::BIND_OVERALL
+                                                                     : osg::Array::BIND_PER_VERTEX);
 }
 
 void OSGData::applyDefaultColours() {
@@ -105,11 +149,19 @@ osg::ref_ptr<osg::Vec4Array> OSGData::toFloatColours(const QelColorArray& colour
 }
 
 bool OSGData::setColors(const QelColorArray& colours) {
-    int minAlpha = 255;
-    osg::ref_ptr<osg::Vec4Array> converted = toFloatColours(colours, &minAlpha);
-    if (converted->size() != vertices_->size() && converted->size() != 1) return false;
-    colors_->assign(converted->begin(), converted->end());
-    colors_->dirty();
+    if (!fitsVertices(colours)) return false;
+    const int minAlpha = copyColours(*colors_, colours);
+    applyAlpha(minAlpha);
+    bindColours(colors_.get());
+    return true;
+}
+
+bool OSGData::fitsVertices(const QelColorArray& colours) const {
+    const size_t n = static_cast<size_t>(colours.Length());
+    return n == vertices_->size() || n == 1;
+}
+
+void OSGData::applyAlpha(int minAlpha) {
     osg::StateSet* ss = geometry_->getOrCreateStateSet();
     if (minAlpha >= 255) {
         ss->setRenderingHint(osg::StateSet::DEFAULT_BIN);
@@ -118,9 +170,6 @@ bool OSGData::setColors(const QelColorArray& colours) {
                                  osg::StateAttribute::ON);
         ss->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
     }
-    geometry_->setColorArray(colors_.get(), converted->size() == 1 ? osg::Array::BIND_OVERALL
-                                                                   : osg::Array::BIND_PER_VERTEX);
-    return true;
 }
 
 void OSGData::setPointSize(float size) {

@@ -37,6 +37,9 @@ public:
     virtual osg::Node* node() const { return root_.get(); }
     virtual osg::Vec3Array* vertexArray() const { return vertices_.get(); }
     virtual osg::Vec4Array* colorArray() const { return colors_.get(); }
+    // The colours as drawn (0..1), whatever array holds them.
+    virtual size_t colourCount() const { return colors_->size(); }
+    virtual osg::Vec4 colourAt(size_t i) const { return (*colors_)[i]; }
     // Colours every vertex by its height against [min, max].
     virtual void applyColourMap(double min, double max);
     virtual void applyDefaultColours();
@@ -69,6 +72,19 @@ public:
     static osg::ref_ptr<osg::Vec4Array> toFloatColours(const QelColorArray& colours, int* minAlpha);
 
 protected:
+    // Colours every vertex by its height against [min, max] into 'out', an
+    // osg::Vec4Array or a normalised osg::Vec4ubArray.
+    template <typename Array>
+    void colourByHeight(Array& out, double min, double max) const;
+    // Copies 0..255 colours into 'out' and returns their smallest alpha.
+    template <typename Array>
+    static int copyColours(Array& out, const QelColorArray& colours);
+    // One colour per vertex, or one for all.
+    bool fitsVertices(const QelColorArray& colours) const;
+    // Blending and bin for colours whose smallest alpha is minAlpha.
+    void applyAlpha(int minAlpha);
+    // Makes the geometry draw 'colours' (one for all, or one per vertex).
+    void bindColours(osg::Array* colours);
     // Sets array[i] = valueAt(i) for i < n in one pass: an array that holds n
     // already is overwritten, any other is refilled without being cleared
     // first (fresh memory is written once).

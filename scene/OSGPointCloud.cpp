@@ -19,21 +19,23 @@ bool isValidPoint(const QelVector3d& p) {
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
                              bool useHeightColours)
-    : OSGData(id, PointCloud, useHeightColours), source_(cloud) {
+    : OSGData(id, PointCloud, useHeightColours), source_(cloud), colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
     build();
 }
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
                              bool useHeightColours, OSGPointCloud& previous)
-    : OSGData(id, PointCloud, useHeightColours), source_(std::move(previous.source_)) {
+    : OSGData(id, PointCloud, useHeightColours),
+      source_(std::move(previous.source_)),
+      colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
     source_ = cloud;  // into the storage taken over
     // The arrays keep their buffer object: an array of unchanged size is
     // sent to it again without reallocating it.
     const size_t n = static_cast<size_t>(cloud.Length());
     if (previous.vertices_->size() == n) vertices_ = previous.vertices_;
-    if (previous.colors_->size() == n) colors_ = previous.colors_;
+    if (previous.colours_->size() == n) colours_ = previous.colours_;
     build();
 }
 
@@ -55,11 +57,12 @@ osg::BoundingBox OSGPointCloud::extentOf(const QelPointCloud& cloud) {
 }
 
 void OSGPointCloud::build() {
+    colours_->setNormalize(true);
     if (source_.Length() == 0) return;
     fillVertices();
     normals_->push_back(osg::Vec3(0, 0, 1));
     geometry_->setVertexArray(vertices_.get());
-    geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
+    geometry_->setColorArray(colours_.get(), osg::Array::BIND_PER_VERTEX);
     geometry_->addPrimitiveSet(
         new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size())));
     geometry_->setNormalArray(normals_.get(), osg::Array::BIND_OVERALL);
@@ -88,17 +91,31 @@ osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {
 
 void OSGPointCloud::applyDefaultColours() {
     if (coloursLocked_) return;
-    if (useHeightColours_) {
+    const QelColorArray own = useHeightColours_ ? QelColorArray() : source_.DeepCopyColors();
+    if (own.IsEmpty() || !fitsVertices(own)) {
         applyColourMap(minZ_, maxZ_);
         return;
     }
-    osg::ref_ptr<osg::Vec4Array> own = toFloatColours(source_.DeepCopyColors(), nullptr);
-    if (own->size() != vertices_->size() && own->size() != 1) {
-        applyColourMap(minZ_, maxZ_);
-        return;
-    }
-    colors_->assign(own->begin(), own->end());
-    refreshColours();
+    copyColours(*colours_, own);
+    bindColours(colours_.get());
+}
+
+void OSGPointCloud::applyColourMap(double min, double max) {
+    if (vertices_->empty()) return;
+    colourByHeight(*colours_, min, max);
+    bindColours(colours_.get());
+}
+
+bool OSGPointCloud::setColors(const QelColorArray& colours) {
+    if (!fitsVertices(colours)) return false;
+    applyAlpha(copyColours(*colours_, colours));
+    bindColours(colours_.get());
+    return true;
+}
+
+osg::Vec4 OSGPointCloud::colourAt(size_t i) const {
+    const osg::Vec4ub& c = (*colours_)[i];
+    return osg::Vec4(c.r() / 255.0f, c.g() / 255.0f, c.b() / 255.0f, c.a() / 255.0f);
 }
 
 bool OSGPointCloud::heightColoured() const {

@@ -50,22 +50,22 @@ TEST(PointCloudObject, InvalidPointsKeepTheirSlot) {
 TEST(PointCloudObject, HeightColoursUseFixedEndsAndTheInvertedTable) {
     OSGPointCloud flat(cloudOf({{0, 0, 2}, {1, 1, 2}}), 0, 1, true);
     flat.applyDefaultColours();
-    expectColour((*flat.colorArray())[0], 0, 0, 1);  // span 100, t = 0: blue
+    expectColour(flat.colourAt(0), 0, 0, 1);  // span 100, t = 0: blue
 
     ColorMapIndex::set(0);  // grey: white at position 0, unlike the red above the range
     OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 10}, {2, 0, 5}}), 0, 2, true);
     obj.applyColourMap(0.0, 10.0);
-    expectColour((*obj.colorArray())[0], 0, 0, 1);
-    expectColour((*obj.colorArray())[1], 1, 1, 1);  // t = 1 looks up position 0
+    expectColour(obj.colourAt(0), 0, 0, 1);
+    expectColour(obj.colourAt(1), 1, 1, 1);  // t = 1 looks up position 0
     obj.applyColourMap(0.0, 9.0);
-    expectColour((*obj.colorArray())[1], 1, 0, 0);  // above the range: red
-    ColorMapIndex::set(9);                          // ignored
+    expectColour(obj.colourAt(1), 1, 0, 0);  // above the range: red
+    ColorMapIndex::set(9);                   // ignored
     EXPECT_EQ(ColorMapIndex::current(), 0);
     ColorMapIndex::set(5);
 
     OSGPointCloud allInvalid(cloudOf({{0, 0, FLT_MAX}, {1, 0, FLT_MAX}}), 0, 3, true);
     allInvalid.applyDefaultColours();
-    expectColour((*allInvalid.colorArray())[1], 0, 0, 1);
+    expectColour(allInvalid.colourAt(1), 0, 0, 1);
 }
 
 TEST(PointCloudObject, OwnColoursAndExplicitColours) {
@@ -76,15 +76,15 @@ TEST(PointCloudObject, OwnColoursAndExplicitColours) {
     cloud.SetColors(own);
     OSGPointCloud obj(cloud, 0, 1, false);
     obj.applyDefaultColours();
-    expectColour((*obj.colorArray())[1], 1, 0, 0);
+    expectColour(obj.colourAt(1), 1, 0, 0);
     obj.setUseHeightColours(true);
-    expectColour((*obj.colorArray())[1], 1, 0, 0);  // the top of the range is red in table 5
-    expectColour((*obj.colorArray())[0], 0, 0, 1);
+    expectColour(obj.colourAt(1), 1, 0, 0);  // the top of the range is red in table 5
+    expectColour(obj.colourAt(0), 0, 0, 1);
 
     QelColorArray three;
     three.Create(3, 4);
     EXPECT_FALSE(obj.setColors(three));
-    EXPECT_EQ(obj.colorArray()->size(), 2u);
+    EXPECT_EQ(obj.colourCount(), 2u);
 
     QelColorArray one;
     one.Create(1, 4);

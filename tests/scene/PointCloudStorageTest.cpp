@@ -1,6 +1,8 @@
-// Displaying a point cloud over one of the same length builds it into the
-// old cloud's storage. The result must be what a cloud built afresh would
-// be, and a refused display must leave the old cloud untouched.
+// How a point cloud holds its data: colours as normalised bytes must draw
+// what float colours draw; displaying a cloud over one of the same length
+// builds it into the old cloud's storage, and the result must be what a
+// cloud built afresh would be, while a refused display leaves the old
+// cloud untouched.
 #include <gtest/gtest.h>
 
 #include <cfloat>
@@ -49,10 +51,11 @@ void expectSameObject(const OSGPointCloud& a, const OSGPointCloud& b) {
     ASSERT_EQ(a.vertexArray()->size(), b.vertexArray()->size());
     for (size_t i = 0; i < a.vertexArray()->size(); ++i)
         ASSERT_EQ((*a.vertexArray())[i], (*b.vertexArray())[i]) << "vertex " << i;
-    ASSERT_EQ(a.colorArray()->size(), b.colorArray()->size());
-    for (size_t i = 0; i < a.colorArray()->size(); ++i)
-        ASSERT_EQ((*a.colorArray())[i], (*b.colorArray())[i]) << "colour " << i;
-    EXPECT_EQ(a.colorArray()->getBinding(), b.colorArray()->getBinding());
+    ASSERT_EQ(a.colourCount(), b.colourCount());
+    for (size_t i = 0; i < a.colourCount(); ++i)
+        ASSERT_EQ(a.colourAt(i), b.colourAt(i)) << "colour " << i;
+    EXPECT_EQ(a.geometry()->getColorArray()->getBinding(),
+              b.geometry()->getColorArray()->getBinding());
     EXPECT_EQ(a.minZ(), b.minZ());
     EXPECT_EQ(a.maxZ(), b.maxZ());
     EXPECT_EQ(a.transform()->getMatrix(), b.transform()->getMatrix());
@@ -65,17 +68,59 @@ void expectSameObject(const OSGPointCloud& a, const OSGPointCloud& b) {
     EXPECT_EQ(a.drawnCount(), b.drawnCount());
 }
 
-int differingPixels(const QImage& a, const QImage& b) {
+// Pixels that differ by more than 'tolerance' in any channel.
+int differingPixels(const QImage& a, const QImage& b, int tolerance = 0) {
     int n = 0;
     for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            n += a.pixel(x, y) != b.pixel(x, y);
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor p = a.pixelColor(x, y), q = b.pixelColor(x, y);
+            n += std::abs(p.red() - q.red()) > tolerance ||
+                 std::abs(p.green() - q.green()) > tolerance ||
+                 std::abs(p.blue() - q.blue()) > tolerance;
+        }
     return n;
 }
 
 }  // namespace
 
-TEST(ReplaceInPlace, BuildsIntoTheOldStorageAndMatchesARebuild) {
+TEST(PointCloudStorage, ByteColoursDrawWhatFloatColoursDraw) {
+    QelPointCloud own = slope(-1, 3, true);
+    QelColorArray colours;
+    colours.Create(own.Length(), 4);
+    for (int i = 0; i < own.Length(); ++i) {
+        unsigned char* c = colours.Data() + 4 * i;
+        c[0] = static_cast<unsigned char>(i * 7);
+        c[1] = static_cast<unsigned char>(255 - i * 3);
+        c[2] = static_cast<unsigned char>(i * 13);
+        c[3] = i % 5 ? 255 : 100;  // some points see-through
+    }
+    own.SetColors(colours);
+    for (const bool light : {true, false})
+        for (const bool ownColours : {false, true}) {
+            auto bytes = whiteView(), floats = whiteView();
+            for (GLViewer* view : {bytes.get(), floats.get()}) {
+                view->setLightState(light);
+                view->setPointSize(view->addPointCloud(own), 3.0f);
+                if (ownColours) view->setRenderColor(only(*view).id(), colours);
+            }
+            OSGPointCloud& drawn = only(*bytes);
+            ASSERT_NE(dynamic_cast<const osg::Vec4ubArray*>(drawn.geometry()->getColorArray()),
+                      nullptr);
+            // The same colours handed to the other view as floats.
+            OSGPointCloud& reference = only(*floats);
+            osg::ref_ptr<osg::Vec4Array> asFloats = new osg::Vec4Array;
+            for (size_t i = 0; i < reference.colourCount(); ++i)
+                asFloats->push_back(reference.colourAt(i));
+            reference.geometry()->setColorArray(asFloats, osg::Array::BIND_PER_VERTEX);
+            const QImage picture = bytes->grabFrame();
+            keepImage(picture, ownColours ? "storage-own-colours" : "storage-height-colours");
+            EXPECT_GT(countUnlike(picture, Qt::white), 1000);
+            EXPECT_EQ(differingPixels(picture, floats->grabFrame(), 1), 0)
+                << "light " << light << ", own colours " << ownColours;
+        }
+}
+
+TEST(PointCloudStorage, BuildsIntoTheOldStorageAndMatchesARebuild) {
     auto reused = whiteView(), fresh = whiteView();
     const long old = reused->addPointCloud(slope(0, 1, false), true);
     reused->grabFrame();  // the old cloud's arrays reach their buffer object
@@ -121,7 +166,7 @@ TEST(ReplaceInPlace, BuildsIntoTheOldStorageAndMatchesARebuild) {
     EXPECT_EQ(only(*reused).vertexArray()->size(), 100u);
 }
 
-TEST(ReplaceInPlace, RefusedReplacementLeavesTheOldCloud) {
+TEST(PointCloudStorage, RefusedReplacementLeavesTheOldCloud) {
     auto view = whiteView();
     const QelPointCloud first = slope(0, 1, false);
     const long id = view->addPointCloud(first, true);
