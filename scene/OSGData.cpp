@@ -137,13 +137,8 @@ void OSGData::applyDefaultColours() {
 }
 
 osg::ref_ptr<osg::Vec4Array> OSGData::toFloatColours(const QelColorArray& colours, int* minAlpha) {
-    osg::ref_ptr<osg::Vec4Array> out = new osg::Vec4Array(static_cast<size_t>(colours.Length()));
-    int smallest = 255;
-    for (int i = 0; i < colours.Length(); ++i) {
-        const QelColor c = colours[i];
-        (*out)[static_cast<size_t>(i)].set(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, c.a / 255.0f);
-        smallest = std::min(smallest, c.a);
-    }
+    osg::ref_ptr<osg::Vec4Array> out = new osg::Vec4Array;
+    const int smallest = copyColours(*out, colours);
     if (minAlpha) *minAlpha = smallest;
     return out;
 }

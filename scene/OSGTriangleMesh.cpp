@@ -25,8 +25,7 @@ OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, in
         geometry_->addPrimitiveSet(triangles_.get());
     }
     if (source_.IsValidVertexColor()) {
-        osg::ref_ptr<osg::Vec4Array> own = toFloatColours(source_.DeepCopyVertexColor(), nullptr);
-        colors_->assign(own->begin(), own->end());
+        copyColours(*colors_, source_.DeepCopyVertexColor());
         coloursLocked_ = 2;
     }
     geometry_->getOrCreateStateSet()->setAttribute(polygonMode_.get());
