@@ -42,36 +42,31 @@ bool kept(vec3 position)
 vec4 shade(vec4 colourIn, vec3 N, vec3 positionView)
 {
     vec3 light_dir = normalize(lightDir);
-    vec3 view_dir = normalize(-positionView);  // the eye sits at the origin
-    vec3 colour = colourIn.rgb;
 
     // A light falling on the back lights it as if the normal were flipped.
-    float sideFactor = 1.0;
-    bool useSpecular = (shinyFrontfaces == 1);
-    float d = dot(-light_dir, N);
-    if (d < 0.0) {
-        d = -d;
-        sideFactor = backfaceBrightness;
-        useSpecular = (shinyBackfaces == 1);
-    }
+    float d = -dot(light_dir, N);
+    bool back = d < 0.0;
+    float sideFactor = back ? backfaceBrightness : 1.0;
+    bool useSpecular = (back ? shinyBackfaces : shinyFrontfaces) == 1;
 
-    vec3 rgb = ambientWeight * colour + diffuseWeight * d * colour;
+    vec3 rgb = (ambientWeight + diffuseWeight * abs(d)) * colourIn.rgb;
     if (useSpecular) {
-        vec3 halfVector = normalize(-light_dir + view_dir);
+        // The half vector between the light and the eye (at the origin),
+        // normalised inside the dot product.
+        vec3 halfVector = normalize(-positionView) - light_dir;
+        float x = abs(dot(halfVector, N)) * inversesqrt(dot(halfVector, halfVector));
         // x^32 by squaring: exact where pow goes through exp2 and log2.
-        float x = abs(dot(halfVector, N));
         x *= x;
         x *= x;
         x *= x;
         x *= x;
-        vec3 specular = vec3(x * x);
-        rgb += specularWeight * specular;
+        rgb += vec3(specularWeight * x * x);
     }
 
     // The specular weight always counts, lit or not, so brightness does not
     // jump where the specular term switches off.
     float weightSum = ambientWeight + diffuseWeight + specularWeight;
-    return vec4(lightPower * sideFactor * rgb / weightSum, colourIn.a);
+    return vec4((lightPower * sideFactor / weightSum) * rgb, colourIn.a);
 }
 )";
 

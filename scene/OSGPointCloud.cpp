@@ -2,6 +2,7 @@
 
 #include <cfloat>
 #include <cmath>
+#include <future>
 
 #include <osg/BoundingBox>
 #include <osg/StateSet>
@@ -19,9 +20,9 @@ bool isValidPoint(const QelVector3d& p) {
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
                              bool useHeightColours)
-    : OSGData(id, PointCloud, useHeightColours), source_(cloud), colours_(new osg::Vec4ubArray) {
+    : OSGData(id, PointCloud, useHeightColours), colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
-    build();
+    build(cloud);
 }
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
@@ -30,13 +31,12 @@ OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
       source_(std::move(previous.source_)),
       colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
-    source_ = cloud;  // into the storage taken over
     // The arrays keep their buffer object: an array of unchanged size is
     // sent to it again without reallocating it.
     const size_t n = static_cast<size_t>(cloud.Length());
     if (previous.vertices_->size() == n) vertices_ = previous.vertices_;
     if (previous.colours_->size() == n) colours_ = previous.colours_;
-    build();
+    build(cloud);  // the source into the storage taken over
 }
 
 bool OSGPointCloud::canReuse(const OSGData& previous, int points) {
@@ -56,10 +56,17 @@ osg::BoundingBox OSGPointCloud::extentOf(const QelPointCloud& cloud) {
     return box;
 }
 
-void OSGPointCloud::build() {
+void OSGPointCloud::build(const QelPointCloud& cloud) {
     colours_->setNormalize(true);
+    {
+        // The owned copy is made on a second thread while the vertices are
+        // built from the host's cloud: both only read it and write apart.
+        // The copy is waited for even when the vertices fail.
+        std::future<void> copy = std::async(std::launch::async, [&] { source_ = cloud; });
+        if (cloud.Length() > 0) fillVertices(cloud);
+        copy.get();
+    }
     if (source_.Length() == 0) return;
-    fillVertices();
     normals_->push_back(osg::Vec3(0, 0, 1));
     geometry_->setVertexArray(vertices_.get());
     geometry_->setColorArray(colours_.get(), osg::Array::BIND_PER_VERTEX);
@@ -75,9 +82,9 @@ OSGPointCloud::~OSGPointCloud() {
     if (spriteShader_) spriteShader_->detach();
 }
 
-void OSGPointCloud::fillVertices() {
-    fillArray(*vertices_, static_cast<size_t>(source_.Length()), [this](size_t i) {
-        const QelVector3d& p = source_[static_cast<int>(i)];
+void OSGPointCloud::fillVertices(const QelPointCloud& from) {
+    fillArray(*vertices_, static_cast<size_t>(from.Length()), [this, &from](size_t i) {
+        const QelVector3d& p = from[static_cast<int>(i)];
         if (!isValidPoint(p)) return osg::Vec3(0, 0, 0);
         widenHeightRange(p.z);
         return osg::Vec3(p.x, p.y, p.z);
@@ -85,7 +92,7 @@ void OSGPointCloud::fillVertices() {
 }
 
 osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {
-    fillVertices();
+    fillVertices(source_);
     return new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size()));
 }
 

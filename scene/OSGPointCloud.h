@@ -50,8 +50,8 @@ public:
     const QelPointCloud& source() const { return source_; }
 
 private:
-    void build();
-    void fillVertices();
+    void build(const QelPointCloud& cloud);
+    void fillVertices(const QelPointCloud& from);
 
     QelPointCloud source_;
     // Normalised bytes, a quarter of the memory and upload of floats; the
