@@ -5,7 +5,8 @@
 // resident bytes after malloc_trim as a JSON line, and at the end the growth
 // per cycle over the last 1000 cycles.
 //
-//   bench_soak [CYCLES]
+//   bench_soak [CYCLES] [alone|beside]
+//                             both cases by default, or only the one named
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_soak
 #include <malloc.h>
@@ -106,8 +107,13 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "bench_soak needs an X server\n");
         return 1;
     }
+    const std::string only = argc > 2 ? argv[2] : "";
     const Window parent = hostWindow(display);
-    soak("alone", cycles, display, parent);
+    if (only != "beside") soak("alone", cycles, display, parent);
+    if (only == "alone") {
+        XCloseDisplay(display);
+        return 0;
+    }
 
     // A second window stays open throughout, so the application object does too.
     const Window keep = hostWindow(display);
