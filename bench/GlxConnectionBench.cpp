@@ -2,9 +2,9 @@
 // for framebuffer configurations: open a connection, choose configurations
 // as a toolkit does for an offscreen surface, close it, many times, and
 // print the allocator's bytes in use per cycle over the last half. Nothing
-// of this library runs here: the figure is the floor under the soak
-// benchmark's case without another window, where every cycle ends the
-// application object and with it the toolkit's X connection.
+// of this library runs here. It is what grows in the soak benchmark's case
+// without another window, where every cycle ends the application object and
+// with it the toolkit's X connection.
 //
 //   bench_glx_connection [CYCLES]
 //
