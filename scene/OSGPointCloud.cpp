@@ -3,6 +3,7 @@
 #include <cfloat>
 #include <cmath>
 #include <future>
+#include <system_error>
 
 #include <osg/BoundingBox>
 #include <osg/StateSet>
@@ -15,6 +16,9 @@ namespace {
 bool isValidPoint(const QelVector3d& p) {
     return !(std::fabs(p.z - FLT_MAX) < 1e-8) && p.IsValid();
 }
+
+// From this many points a thread of its own for the source copy pays off.
+constexpr int kCopyAsideFrom = 100000;
 
 }  // namespace
 
@@ -59,12 +63,20 @@ osg::BoundingBox OSGPointCloud::extentOf(const QelPointCloud& cloud) {
 void OSGPointCloud::build(const QelPointCloud& cloud) {
     colours_->setNormalize(true);
     {
-        // The owned copy is made on a second thread while the vertices are
-        // built from the host's cloud: both only read it and write apart.
-        // The copy is waited for even when the vertices fail.
-        std::future<void> copy = std::async(std::launch::async, [&] { source_ = cloud; });
+        // A big cloud's owned copy is made on a second thread while the
+        // vertices are built from the host's cloud: both only read it and
+        // write apart. The copy is waited for even when the vertices fail.
+        // Without a thread to spare, it is made here.
+        std::future<void> copy;
+        if (cloud.Length() >= kCopyAsideFrom) {
+            try {
+                copy = std::async(std::launch::async, [&] { source_ = cloud; });
+            } catch (const std::system_error&) {
+            }
+        }
+        if (!copy.valid()) source_ = cloud;
         if (cloud.Length() > 0) fillVertices(cloud);
-        copy.get();
+        if (copy.valid()) copy.get();
     }
     if (source_.Length() == 0) return;
     normals_->push_back(osg::Vec3(0, 0, 1));
