@@ -74,18 +74,20 @@ vec4 shade(vec4 colourIn, vec3 N, vec3 positionView)
 const std::string kVertex = std::string(kShading) + R"(
 void main()
 {
-    vec3 normalView = gl_NormalMatrix * gl_Normal;
     vec4 posView = gl_ModelViewMatrix * gl_Vertex;
     gl_Position = gl_ProjectionMatrix * posView;
 #ifdef QEL_POINTS
-    exColor = shade(vec4(gl_Color), normalView, posView.xyz);
+    // A point cloud's normal is +z for every point: its view-space normal is
+    // the normal matrix's last column, the same for the whole draw, and no
+    // normal is fetched per vertex.
+    exColor = shade(vec4(gl_Color), gl_NormalMatrix[2], posView.xyz);
     // A clipped point goes outside the view volume instead of being
     // discarded fragment by fragment.
     if (!kept(gl_Vertex.xyz))
         gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
 #else
     exColor = vec4(gl_Color);
-    exNormal_view = normalView;
+    exNormal_view = gl_NormalMatrix * gl_Normal;
     exPosition_view = posView.xyz;
     // The model-space vertex: the clip plane is given in the data's own
     // coordinates.
