@@ -232,6 +232,9 @@ private:
     // so camera calls work before the first paint.
     void ensureViewer();
     ViewerManipulator* ensureManipulator();
+    // Whether a widget (the colour bar, the lasso's layer) lies over the
+    // frame, so a screenshot must paint widgets rather than read the frame.
+    bool overlaysShown() const;
     void rebuildBoundingBox();
     void setUpPointBudget();
     void watchMotion(ViewerManipulator* manipulator);

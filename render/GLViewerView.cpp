@@ -1,4 +1,5 @@
 // The view's camera, light, clipping and furniture operations.
+#include <QLayout>
 #include <cmath>
 #include <osg/ComputeBoundsVisitor>
 #include <osg/DisplaySettings>
@@ -265,19 +266,63 @@ void GLViewer::rebuildBoundingBox() {
     bboxGroup_->addChild(geode);
 }
 
+bool GLViewer::overlaysShown() const {
+    for (const QObject* child : children()) {
+        const auto* widget = qobject_cast<const QWidget*>(child);
+        if (widget && widget != osgWidget_ && widget->isVisibleTo(this)) return true;
+    }
+    return false;
+}
+
+// The frame as the view's drawing widget holds it (rows bottom up, red,
+// green, blue, alpha), upright in the blue, green, red order of the data
+// layer's images.
+static std::vector<unsigned char> uprightBgr(const std::vector<unsigned char>& rgba,
+                                             std::size_t width, std::size_t height) {
+    std::vector<unsigned char> bgr(width * height * 3);
+    for (std::size_t row = 0; row < height; ++row) {
+        const unsigned char* from = rgba.data() + (height - 1 - row) * width * 4;
+        unsigned char* to = bgr.data() + row * width * 3;
+        for (std::size_t x = 0; x < width; ++x, from += 4, to += 3) {
+            to[0] = from[2];
+            to[1] = from[1];
+            to[2] = from[0];
+        }
+    }
+    return bgr;
+}
+
 long GLViewer::screenShot(QelImage* out) {
     if (registry_->count() == 0) return QelStatus::kNoRenderObject;
     ensureViewer();
-    // Painting runs one frame, which takes the scene lock for reading itself.
-    // Three-channel images of the data layer are in OpenCV's BGR order.
+    if (!out) return QelStatus::kScreenshotFailed;
+    // A frame takes the scene lock for reading itself.
     fullFrame_ = true;  // a screenshot always shows every point
-    const QImage picture = grab().toImage().convertToFormat(QImage::Format_BGR888);
-    fullFrame_ = false;
-    if (picture.isNull() || !out) return QelStatus::kScreenshotFailed;
     QelImage image;
-    if (!image.CreateImage(picture.constBits(), picture.width(), picture.height(),
-                           picture.bytesPerLine(), 3, QelImageType(0)))
-        return QelStatus::kScreenshotFailed;
-    *out = image;
+    bool made = false;
+    if (overlaysShown()) {
+        // The colour bar or the lasso's layer lies over the frame: the
+        // widget paints them all together.
+        const QImage picture = grab().toImage().convertToFormat(QImage::Format_BGR888);
+        made = !picture.isNull() &&
+               image.CreateImage(picture.constBits(), picture.width(), picture.height(),
+                                 picture.bytesPerLine(), 3, QelImageType(0));
+    } else {
+        // The frame alone is read straight from the framebuffer. The view
+        // may have been resized while hidden: its drawing widget takes the
+        // new size first.
+        layout()->activate();
+        std::vector<unsigned char> rgba;
+        QSize size;
+        if (osgWidget_->grabPixels(rgba, size)) {
+            const std::vector<unsigned char> bgr =
+                uprightBgr(rgba, std::size_t(size.width()), std::size_t(size.height()));
+            made = image.CreateImage(bgr.data(), size.width(), size.height(), size.width() * 3, 3,
+                                     QelImageType(0));
+        }
+    }
+    fullFrame_ = false;
+    if (!made) return QelStatus::kScreenshotFailed;
+    *out = std::move(image);
     return 0;
 }

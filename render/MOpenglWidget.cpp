@@ -126,6 +126,14 @@ void MOpenglWidget::grabImage(QImage& out) {
     out = surface_->grabFramebuffer();
 }
 
+bool MOpenglWidget::grabPixels(std::vector<unsigned char>& rgba, QSize& size) {
+    if (!renderer_ || !renderFrame()) return false;
+    size = surface_->size();
+    rgba.resize(std::size_t(size.width()) * std::size_t(size.height()) * 4);
+    surface_->readPixels(rgba.data());
+    return !size.isEmpty();
+}
+
 void MOpenglWidget::grabImage(QImage& out, double width, double height) {
     if (!renderer_) return;
     const QSize old = surface_->size();

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <vector>
 
 class ExamplePaintSurface;
 class MRenderer;
@@ -30,6 +31,10 @@ public:
     // Renders once at another size and returns that frame; the surface is
     // put back to its size and rendered again afterwards.
     void grabImage(QImage& out, double width, double height);
+    // Renders once and reads the frame as OpenGL keeps it: rows bottom up,
+    // red, green, blue, alpha bytes. The frame's size goes to size; false
+    // when nothing could be drawn.
+    bool grabPixels(std::vector<unsigned char>& rgba, QSize& size);
 
 signals:
     void initialized();

@@ -143,9 +143,7 @@ void OpenGlOffscreenSurface::render() {
     updatePending_ = false;
 }
 
-QImage OpenGlOffscreenSurface::grabFramebuffer() {
-    std::lock_guard<std::mutex> lock(mutex_);
-    makeCurrentLocked();
+QOpenGLFramebufferObject* OpenGlOffscreenSurface::bindReadSource() {
     QOpenGLFramebufferObject* source = fbo_;
     if (resolvedFbo_ && functions30_) {
         QOpenGLFramebufferObject::blitFramebuffer(resolvedFbo_, fbo_);
@@ -155,6 +153,22 @@ QImage OpenGlOffscreenSurface::grabFramebuffer() {
     }
     source->bind();
     if (functions30_) functions30_->glReadBuffer(GL_COLOR_ATTACHMENT0);
+    return source;
+}
+
+void OpenGlOffscreenSurface::readPixels(unsigned char* rgba) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    makeCurrentLocked();
+    bindReadSource();
+    functions_->glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    functions_->glReadPixels(0, 0, size_.width(), size_.height(), GL_RGBA, GL_UNSIGNED_BYTE, rgba);
+    fbo_->bind();
+}
+
+QImage OpenGlOffscreenSurface::grabFramebuffer() {
+    std::lock_guard<std::mutex> lock(mutex_);
+    makeCurrentLocked();
+    QOpenGLFramebufferObject* source = bindReadSource();
     const GLenum internal = source->format().internalTextureFormat();
     QImage image;
     if (internal == 0x1908 || internal == 0x8058) {  // GL_RGBA, GL_RGBA8

@@ -36,6 +36,10 @@ public:
     bool hasResolveFramebuffer() const { return resolvedFbo_ != nullptr; }
     // The last frame, upright.
     QImage grabFramebuffer();
+    // The last frame's pixels into rgba (size().width() x size().height()
+    // pixels of red, green, blue, alpha bytes), rows bottom up as OpenGL
+    // keeps them: no flip and no conversion on the way.
+    void readPixels(unsigned char* rgba);
     void swapBuffers();
 
 signals:
@@ -58,6 +62,8 @@ private:
     void recreateFbo();
     void makeCurrentLocked();
     void deleteFbos();
+    // Binds the framebuffer that holds the last frame single-sampled.
+    QOpenGLFramebufferObject* bindReadSource();
 
     std::atomic_bool initialized_{false};
     std::atomic_bool updatePending_{false};

@@ -309,6 +309,31 @@ TEST(Display, ScreenshotNeedsDataAndLeavesTheBadgeOut) {
     EXPECT_TRUE(badge->isVisible()) << "shown again after the picture";
 }
 
+TEST(Display, ScreenshotIsWhatTheViewPaints) {
+    // Height colours on a slope seen from an angle: no flip or channel swap
+    // leaves this picture unchanged.
+    HostedWindow window;
+    QelPointCloud cloud = slope();
+    const long id = QelDisplayPointCloud(window.handle, cloud);
+    ASSERT_EQ(QelSet3DElementSize(window.handle, id, 4), 0);
+    QWidget* view = nullptr;
+    for (QWidget* w : windowWidget(window.handle)->findChildren<QWidget*>())
+        if (w->inherits("MOpenglWidget")) view = w;
+    ASSERT_NE(view, nullptr);
+    const Shot shot(window.handle);
+    ASSERT_EQ(shot.status, 0);
+    const QImage painted = view->grab().toImage();
+    ASSERT_EQ(QSize(shot.width(), shot.height()), painted.size());
+    int differing = 0, r, g, b;
+    for (int y = 0; y < shot.height(); ++y)
+        for (int x = 0; x < shot.width(); ++x) {
+            shot.rgb(x, y, &r, &g, &b);
+            differing += QColor(painted.pixel(x, y)) != QColor(r, g, b);
+        }
+    EXPECT_EQ(differing, 0);
+    EXPECT_GT(shot.countUnlike(0, 0, 0), 500) << "the cloud is drawn";
+}
+
 TEST(Display, NewDataIsFittedOnlyWhenTheCameraDoesNotShowIt) {
     HostedWindow window;
     QelPointCloud cloud = slope();
