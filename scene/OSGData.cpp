@@ -28,7 +28,6 @@ OSGData::OSGData(int id, int kind, bool useHeightColours)
     geometry_->setUseDisplayList(false);
     geometry_->setUseVertexBufferObjects(true);
     geometry_->setUseVertexArrayObject(true);
-    geometry_->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
     if (kind == RangeImageStream) {
         root_->addChild(geometry_.get());
     } else {
@@ -159,6 +158,7 @@ bool OSGData::fitsVertices(const QelColorArray& colours) const {
 void OSGData::applyAlpha(int minAlpha) {
     osg::StateSet* ss = geometry_->getOrCreateStateSet();
     if (minAlpha >= 255) {
+        ss->setMode(GL_BLEND, osg::StateAttribute::OFF);
         ss->setRenderingHint(osg::StateSet::DEFAULT_BIN);
     } else {
         ss->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA),
