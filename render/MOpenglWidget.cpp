@@ -47,7 +47,7 @@ void MOpenglWidget::teardownRenderer() {
     renderer_->setSceneData(nullptr);
     const unsigned int contextId = window ? window->getState()->getContextID() : 0;
     if (window) window->close(true);
-    MRenderer::recycle(renderer_);
+    delete renderer_;
     renderer_ = nullptr;
     window = nullptr;
     if (osg::getContextData(contextId)) {

@@ -6,7 +6,6 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <map>
-#include <osgViewer/Renderer>
 
 namespace {
 
@@ -55,55 +54,9 @@ const std::map<int, int>& keyMap() {
 
 }  // namespace
 
-MRenderer::MRenderer(QObject* parent) : QObject(parent) {
-    const osg::Camera* camera = getCamera();
-    start_ = {camera->getProjectionMatrix(), camera->getClearColor(), camera->getCullingMode(),
-              getLightingMode()};
-}
+MRenderer::MRenderer(QObject* parent) : QObject(parent) {}
 
 MRenderer::~MRenderer() = default;
-
-namespace {
-// The viewer kept for the next widget. It lives as long as the process and
-// is never deleted at exit, when the scene graph library's own lists may
-// already be gone.
-MRenderer* spare = nullptr;
-}  // namespace
-
-MRenderer* MRenderer::create() {
-    MRenderer* renderer = spare ? spare : new MRenderer();
-    spare = nullptr;
-    return renderer;
-}
-
-void MRenderer::recycle(MRenderer* renderer) {
-    if (!renderer) return;
-    if (spare) {
-        delete renderer;
-        return;
-    }
-    renderer->reset();
-    spare = renderer;
-}
-
-void MRenderer::reset() {
-    setParent(nullptr);
-    setSceneData(nullptr);
-    setCameraManipulator(nullptr, false);
-    getEventHandlers().clear();
-    getEventQueue()->clear();
-    osg::Camera* camera = getCamera();
-    camera->setGraphicsContext(nullptr);
-    camera->setProjectionMatrix(start_.projection);
-    camera->setViewMatrix(osg::Matrixd::identity());
-    camera->setClearColor(start_.clearColour);
-    camera->setCullingMode(start_.culling);
-    setLightingMode(start_.lighting);
-    setDone(false);
-    // The closed graphics window stays referenced until the next setup
-    // replaces it: the renderer's scene views still hold its state.
-    initialized_ = false;
-}
 
 int MRenderer::modifierMask(Qt::KeyboardModifiers modifiers) {
     int mask = 0;
@@ -153,10 +106,6 @@ void MRenderer::setup(int width, int height, float pixelRatio) {
 
     getCamera()->setViewport(new osg::Viewport(0, 0, width * pixelRatio, height * pixelRatio));
     getCamera()->setGraphicsContext(graphicsWindow_.get());
-    // A kept viewer's renderer still points at the closed window's state.
-    if (auto* renderer = dynamic_cast<osgViewer::Renderer*>(getCamera()->getRenderer()))
-        for (unsigned int i = 0; i < 2; ++i)
-            renderer->getSceneView(i)->setState(graphicsWindow_->getState());
     setKeyEventSetsDone(0);
     setReleaseContextAtEndOfFrameHint(false);
     setThreadingModel(osgViewer::Viewer::SingleThreaded);

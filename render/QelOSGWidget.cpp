@@ -17,7 +17,7 @@ void QelOSGWidget::configureDisplaySettings() {
 void QelOSGWidget::createRenderer() {
     if (renderer_) return;
     configureDisplaySettings();
-    MRenderer* renderer = MRenderer::create();
+    auto* renderer = new MRenderer();
     renderer->setup(width(), height(), screenPixelRatio());
     renderer->setParent(this);
     renderer_ = renderer;
