@@ -47,7 +47,7 @@ void MOpenglWidget::teardownRenderer() {
     renderer_->setSceneData(nullptr);
     const unsigned int contextId = window ? window->getState()->getContextID() : 0;
     if (window) window->close(true);
-    delete renderer_;
+    MRenderer::recycle(renderer_);
     renderer_ = nullptr;
     window = nullptr;
     if (osg::getContextData(contextId)) {

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <map>
+#include <osgViewer/Renderer>
 
 namespace {
 
@@ -54,9 +55,67 @@ const std::map<int, int>& keyMap() {
 
 }  // namespace
 
-MRenderer::MRenderer(QObject* parent) : QObject(parent) {}
+MRenderer::MRenderer(QObject* parent) : QObject(parent) {
+    const osg::Camera* camera = getCamera();
+    start_ = {camera->getProjectionMatrix(), camera->getClearColor(), camera->getCullingMode(),
+              getLightingMode()};
+}
 
 MRenderer::~MRenderer() = default;
+
+namespace {
+// The viewer of a closed widget, kept for the next one while other viewers
+// live, and how many viewers are handed out.
+MRenderer* spare = nullptr;
+int inUse = 0;
+}  // namespace
+
+MRenderer* MRenderer::create() {
+    MRenderer* renderer = spare ? spare : new MRenderer();
+    spare = nullptr;
+    ++inUse;
+    return renderer;
+}
+
+void MRenderer::recycle(MRenderer* renderer) {
+    if (!renderer) return;
+    // With no viewer left in use nothing is kept: the process may be about
+    // to end, and the scene graph library's exit-time clean-up must not
+    // meet a viewer.
+    if (--inUse <= 0) {
+        inUse = 0;
+        delete spare;
+        spare = nullptr;
+    } else if (!spare) {
+        renderer->reset();
+        spare = renderer;
+        return;
+    }
+    delete renderer;
+}
+
+bool MRenderer::holdsSpare() {
+    return spare != nullptr;
+}
+
+void MRenderer::reset() {
+    setParent(nullptr);
+    setSceneData(nullptr);
+    setCameraManipulator(nullptr, false);
+    getEventHandlers().clear();
+    getEventQueue()->clear();
+    osg::Camera* camera = getCamera();
+    camera->setGraphicsContext(nullptr);
+    camera->setProjectionMatrix(start_.projection);
+    camera->setViewMatrix(osg::Matrixd::identity());
+    camera->setClearColor(start_.clearColour);
+    camera->setCullingMode(start_.culling);
+    setLightingMode(start_.lighting);
+    setDone(false);
+    // The closed graphics window stays referenced until the next setup
+    // replaces it: the renderer's scene views still hold its state.
+    initialized_ = false;
+}
 
 int MRenderer::modifierMask(Qt::KeyboardModifiers modifiers) {
     int mask = 0;
@@ -106,6 +165,10 @@ void MRenderer::setup(int width, int height, float pixelRatio) {
 
     getCamera()->setViewport(new osg::Viewport(0, 0, width * pixelRatio, height * pixelRatio));
     getCamera()->setGraphicsContext(graphicsWindow_.get());
+    // A kept viewer's renderer still points at the closed window's state.
+    if (auto* renderer = dynamic_cast<osgViewer::Renderer*>(getCamera()->getRenderer()))
+        for (unsigned int i = 0; i < 2; ++i)
+            renderer->getSceneView(i)->setState(graphicsWindow_->getState());
     setKeyEventSetsDone(0);
     setReleaseContextAtEndOfFrameHint(false);
     setThreadingModel(osgViewer::Viewer::SingleThreaded);

@@ -20,6 +20,20 @@ public:
     explicit MRenderer(QObject* parent = nullptr);
     ~MRenderer() override;
 
+    // A viewer for a new widget: the one kept from a closed widget when
+    // there is one, otherwise a new one. The scene graph library files
+    // every viewer it makes in a process-wide list that it never prunes, so
+    // making one per window would grow memory with every window.
+    static MRenderer* create();
+    // Takes back the viewer of a closing widget, after its graphics window
+    // was closed. While other viewers are in use it is put back to how a
+    // new viewer starts (no scene, no manipulator, no context, the first
+    // camera settings) and kept for the next widget, one at most; the last
+    // viewer in use, and any beyond the one kept, is deleted.
+    static void recycle(MRenderer* renderer);
+    // Whether a viewer is kept for the next widget.
+    static bool holdsSpare();
+
     void setup(int width, int height, float pixelRatio);
     void resize(int width, int height, float pixelRatio);
 
@@ -49,6 +63,16 @@ public:
 
 private:
     osgGA::EventQueue* queue() const;
+    void reset();
+
+    // The camera and light settings a new viewer starts with.
+    struct Start {
+        osg::Matrixd projection;
+        osg::Vec4 clearColour;
+        osg::CullSettings::CullingMode culling = 0;
+        osg::View::LightingMode lighting = osg::View::HEADLIGHT;
+    };
+    Start start_;
 
     bool initialized_ = false;
     osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> graphicsWindow_;

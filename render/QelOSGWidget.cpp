@@ -17,7 +17,7 @@ void QelOSGWidget::configureDisplaySettings() {
 void QelOSGWidget::createRenderer() {
     if (renderer_) return;
     configureDisplaySettings();
-    auto* renderer = new MRenderer();
+    MRenderer* renderer = MRenderer::create();
     renderer->setup(width(), height(), screenPixelRatio());
     renderer->setParent(this);
     renderer_ = renderer;

@@ -210,3 +210,44 @@ TEST(WindowLifecycle, HundredWindowsWithDataComeAndGo) {
         ASSERT_EQ(QelDestory3DWnd(handle), 0) << i;
     }
 }
+
+TEST(WindowLifecycle, AWindowAfterAClosedOneStartsAsNew) {
+    // While another window stays open, the viewer of a closed window serves
+    // the next one: nothing the closed window set may show in its successor.
+    XHostWindow host(300, 300);
+    long long other = 0;
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &other), 0);
+    QelPointCloud cloud = gridCloud(30, 0.5f, [](float x, float y) { return x * y * 0.1f; });
+    auto firstPicture = [&](long long handle) {
+        EXPECT_GE(QelDisplayPointCloud(handle, cloud), 1);
+        return Shot(handle);
+    };
+    long long handle = 0;
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &handle), 0);
+    const Shot before = firstPicture(handle);
+    QelVector3d eye0, centre0, up0;
+    ASSERT_EQ(QelGetCamera(handle, &eye0, &centre0, &up0), 0);
+    QelColor red(255, 0, 0);
+    ASSERT_EQ(QelSet3DBackgroundColor(handle, red), 0);
+    ASSERT_EQ(QelSetProjection(handle, true), 0);
+    ASSERT_EQ(QelSetPerspective(handle, QEL_3D_VIEW_LEFT), 0);
+    ASSERT_EQ(QelSetLightState(handle, false), 0);
+    ASSERT_EQ(QelDestory3DWnd(handle), 0);
+
+    ASSERT_EQ(QelCreate3DWnd(host.id(), &handle), 0);
+    const Shot after = firstPicture(handle);
+    QelVector3d eye1, centre1, up1;
+    ASSERT_EQ(QelGetCamera(handle, &eye1, &centre1, &up1), 0);
+    ASSERT_EQ(QelDestory3DWnd(handle), 0);
+    ASSERT_EQ(QelDestory3DWnd(other), 0);
+    ASSERT_EQ(before.status, 0);
+    ASSERT_EQ(after.status, 0);
+    ASSERT_EQ(after.width(), before.width());
+    ASSERT_EQ(after.height(), before.height());
+    EXPECT_EQ(std::memcmp(after.image.ImageData(), before.image.ImageData(),
+                          size_t(before.width()) * before.height() * 3),
+              0);
+    EXPECT_FLOAT_EQ(eye1.x, eye0.x);
+    EXPECT_FLOAT_EQ(eye1.y, eye0.y);
+    EXPECT_FLOAT_EQ(eye1.z, eye0.z);
+}

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "ExamplePaintSurface.h"
+#include "MRenderer.h"
 #include "ObjectIdCounter.h"
 #include "QelColor.h"
 #include "QelVar.h"
@@ -74,6 +75,23 @@ TEST(ViewScene, ManyViewsComeAndGo) {
         view->addTextOverlay(QelVar("x"), QelVector3d(0, 0, 0), 1.0f, QelColor(255, 255, 255, 255));
         EXPECT_EQ(view->grabFrame().size(), QSize(64, 64));
     }
+}
+
+TEST(ViewScene, AClosedViewsViewerServesTheNextOnlyWhileAnotherLives) {
+    auto keeper = makeView(64, 64);
+    const osgViewer::Viewer* closed = nullptr;
+    {
+        auto first = makeView(64, 64);
+        closed = first->osgWidget()->viewer();
+    }
+    EXPECT_TRUE(MRenderer::holdsSpare());
+    auto next = makeView(64, 64);
+    EXPECT_EQ(next->osgWidget()->viewer(), closed);
+    EXPECT_FALSE(MRenderer::holdsSpare());
+    next.reset();
+    EXPECT_TRUE(MRenderer::holdsSpare());
+    keeper.reset();
+    EXPECT_FALSE(MRenderer::holdsSpare()) << "the last view keeps nothing";
 }
 
 TEST(TextOverlay, KeepsTheHostsTextWholeButLaysOutOnlyTheCap) {
