@@ -3,6 +3,7 @@
 
 #include "ArgumentChecks.h"
 #include "ColorMapIndex.h"
+#include "ExceptionStatus.h"
 #include "GLViewer.h"
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
@@ -41,65 +42,79 @@ long checkMesh(const QelTriangleMesh& mesh) {
 
 }  // namespace
 
-long QelDisplayPointCloud(long long window, QelPointCloud& cloud) {
+long QelDisplayPointCloud(long long window, QelPointCloud& cloud) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, false)) return status;
     return v->addPointCloud(cloud, true);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelDisplayRangeImage(long long window, QelRangeImage& image) {
+long QelDisplayRangeImage(long long window, QelRangeImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
     return v->displayRangeImage(image);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) {
+long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     return v->addTriangleMesh(mesh, true);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelDisplay2DImage(long long window, QelImage& image) {
+long QelDisplay2DImage(long long window, QelImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
     if (static_cast<unsigned int>(image.BitDepth()) > 3) return QelStatus::kImageTypeRefused;
     return v->addImage(image, true);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) {
+long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, true)) return status;
     return v->addPointCloud(cloud);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelAdd3DRenderObject(long long window, QelRangeImage& image) {
+long QelAdd3DRenderObject(long long window, QelRangeImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
     return v->addRangeImage(image);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) {
+long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     return v->addTriangleMesh(mesh);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position, float size,
-                          QelColor& colour) {
+                          QelColor& colour) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
@@ -108,6 +123,8 @@ long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position,
     if (!position.IsValid()) return QelStatus::argument(3);
     if (!(size > 0) || !std::isfinite(size)) return QelStatus::argument(4);
     return v->addTextOverlay(text, position, size, colour);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelClear3DScene(long long window) {
@@ -175,11 +192,13 @@ long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
     return v->setModelMatrix(id, matrix);
 }
 
-long QelSetRenderColor(long long window, long id, QelColorArray& colours) {
+long QelSetRenderColor(long long window, long id, QelColorArray& colours) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->setRenderColor(id, colours);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelSetRenderLineWidth(long long window, long id, float width) {
@@ -203,32 +222,38 @@ namespace {
 constexpr int kPrimitiveMode[] = {0, 1, 4};
 }  // namespace
 
-long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) {
+long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(3);
     return v->setElementState(id, kPrimitiveMode[state]);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) {
+long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) try {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(2);
     w->setElementStateForAll(kPrimitiveMode[state]);
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) {
+long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<int>(mode) >= 2) return QelStatus::argument(3);
     return v->setPointRenderMode(id, mode);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelSetDefaultLUT(long long window, int table) {
+long QelSetDefaultLUT(long long window, int table) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
@@ -236,24 +261,30 @@ long QelSetDefaultLUT(long long window, int table) {
     ColorMapIndex::set(table);
     WindowRegistry::find(window)->colourTableChanged();
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelSetSamplingRatio(long long window, int ratio) {
+long QelSetSamplingRatio(long long window, int ratio) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (ratio < 0) return QelStatus::argument(2);
     v->setSamplingRatio(ratio);
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) {
+long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!QelArguments::usablePlane(plane)) return QelStatus::kClipPlaneInvalid;
     v->setClipPlane(plane);
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 }  // namespace QELMV

@@ -1,4 +1,5 @@
 // Exported functions: shapes.
+#include "ExceptionStatus.h"
 #include "GLViewer.h"
 #include "Qel3DGraphics.h"
 #include "Shape.h"
@@ -7,11 +8,13 @@
 
 namespace QELMV {
 
-long QelShow3DShape(long long window, Qel3DShape& shape) {
+long QelShow3DShape(long long window, Qel3DShape& shape) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->showShape(shape);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelClear3DShape(long long window, long id) {

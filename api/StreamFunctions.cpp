@@ -1,6 +1,7 @@
 // Exported functions: streaming a range image line by line.
 #include <cmath>
 
+#include "ExceptionStatus.h"
 #include "GLViewer.h"
 #include "Qel3DGraphics.h"
 #include "QelDataEnums.h"
@@ -11,7 +12,7 @@ namespace QELMV {
 
 long QelInitialRangeImage(long long window, int dataType, int width, int height, double resolutionX,
                           double offsetX, double resolutionY, double offsetY, double resolutionZ,
-                          double offsetZ, double zMin, double zMax, int colourChannels) {
+                          double offsetZ, double zMin, double zMax, int colourChannels) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
@@ -30,10 +31,12 @@ long QelInitialRangeImage(long long window, int dataType, int width, int height,
         dataType,    width,   height,      1,       1,    resolutionX, offsetX,
         resolutionY, offsetY, resolutionZ, offsetZ, zMin, zMax,        colourChannels};
     return v->initialRangeImage(p);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelAppendDataStream(long long window, long stream, void* samples, void* colours, int type,
-                         int startLine, int endLine) {
+                         int startLine, int endLine) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
@@ -42,13 +45,17 @@ long QelAppendDataStream(long long window, long stream, void* samples, void* col
     if (!samples) return QelStatus::argument(3);
     if (!colours) return QelStatus::kStreamBufferMissing;
     return v->appendDataStream(stream, samples, colours, type, startLine, endLine);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelFinishDataStream(long long window, long stream, QelRangeImage* image) {
+long QelFinishDataStream(long long window, long stream, QelRangeImage* image) try {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->finishDataStream(stream, image);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 }  // namespace QELMV

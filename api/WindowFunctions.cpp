@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "ArgumentChecks.h"
+#include "ExceptionStatus.h"
 #include "GLViewer.h"
 #include "QWinWidget.h"
 #include "Qel3DGraphics.h"
@@ -59,7 +60,7 @@ long createInNativeWindow(unsigned long id, long long* out) {
 
 }  // namespace
 
-long QelCreate3DWnd(long long parent, long long* window) {
+long QelCreate3DWnd(long long parent, long long* window) try {
     QEL_ON_GUI_THREAD_ONLY();
     // Without a place for the handle nobody could address or destroy it.
     if (!window) return QelStatus::argument(2);
@@ -69,9 +70,12 @@ long QelCreate3DWnd(long long parent, long long* window) {
             return finishCreation(widget, true, window);
     if (parent <= 0 || parent > 0xFFFFFFFFll) return QelStatus::kNotAWindow;
     return createInNativeWindow(static_cast<unsigned long>(parent), window);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, long long* window) {
+long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom,
+                    long long* window) try {
     QEL_ON_GUI_THREAD_ONLY();
     if (long status = checkRectangle(left, top, right, bottom)) return status;
     if (!window) return QelStatus::argument(6);
@@ -80,9 +84,11 @@ long QelCreate3DWnd(long long parent, int left, int top, int right, int bottom, 
     setRectangle(WindowRegistry::find(handle), left, top, right, bottom);
     *window = handle;
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelCreate3DWnd(void* parent, long long* window) {
+long QelCreate3DWnd(void* parent, long long* window) try {
     QEL_ON_GUI_THREAD_ONLY();
     if (!window) return QelStatus::argument(2);
     const bool hostApplication = WindowRegistry::hostOwnsApplication();
@@ -90,6 +96,8 @@ long QelCreate3DWnd(void* parent, long long* window) {
     if (!parent) return QelStatus::kNotAWindow;
     if (hostApplication) return finishCreation(static_cast<QWidget*>(parent), true, window);
     return createInNativeWindow(*static_cast<unsigned long*>(parent), window);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelMove3DWnd(long long window, int left, int top, int right, int bottom) {
@@ -126,16 +134,18 @@ long QelSet3DWndNumber(long long window, int number, bool visible) {
     return 0;
 }
 
-long QelDrawMessageText(long long window, QelVar& text) {
+long QelDrawMessageText(long long window, QelVar& text) try {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (text.ValType() < 0 || text.ValType() > 3) return QelStatus::argument(2);
     w->drawMessageText(text);
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
-long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) {
+long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) try {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
@@ -143,6 +153,8 @@ long QelDrawMessageText(long long window, QelVar& text, QelPoint& position) {
     w->moveMessageText(position);
     w->drawMessageText(text);
     return 0;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelSet3DToolbarVisible(long long window, long mask, bool visible) {
@@ -194,11 +206,13 @@ long QelGet3DTextPen(long long window, QelColor* colour, long* size) {
     return 0;
 }
 
-long Qel3DScreenShot(long long window, QelImage* image) {
+long Qel3DScreenShot(long long window, QelImage* image) try {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     return w->screenShot(image);
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelRegisterSelectPointEvent(long long window, QelSelectPointEvent callback, void* user) {
