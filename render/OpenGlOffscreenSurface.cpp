@@ -148,7 +148,7 @@ QOpenGLFramebufferObject* OpenGlOffscreenSurface::bindReadSource() {
     if (resolvedFbo_ && functions30_) {
         QOpenGLFramebufferObject::blitFramebuffer(resolvedFbo_, fbo_);
         if (functions_->glGetError() != GL_NO_ERROR)
-            qCDebug(qelLog) << "OpenGlOffscreenSurface::grabFramebuffer() - OpenGL error";
+            qCDebug(qelLog) << "OpenGlOffscreenSurface::bindReadSource() - OpenGL error";
         source = resolvedFbo_;
     }
     source->bind();

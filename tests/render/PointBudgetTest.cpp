@@ -41,6 +41,15 @@ void paintFrame(GLViewer& view) {
     view.osgWidget()->grab();
 }
 
+// How many points a rectangle over the left half of the view selects.
+int lassoed(GLViewer& view) {
+    const QVector<QPointF> outline{{5, 5}, {150, 295}};
+    QelPointCloud selected;
+    bool used = false;
+    if (view.selectPoints(outline, 1, true, &selected, &used) != 0 || !used) return -1;
+    return selected.Length();
+}
+
 int lit(const QImage& image) {
     return image.width() * image.height() - countUnlike(image, Qt::black, 0);
 }
@@ -56,6 +65,8 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "a still view draws everything";
     const QImage still = view->grabFrame();
+    const int stillSelection = lassoed(*view);
+    EXPECT_GT(stillSelection, kSide * kSide / 4);
 
     QWidget* w = view->osgWidget();
     mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
@@ -64,8 +75,10 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     EXPECT_LE(cloud->drawnCount(), 5000u);
     EXPECT_GE(cloud->drawnCount(), 4000u);
 
-    // Screenshots and picks in the middle of the drag see every point.
+    // Screenshots, the lasso and picks in the middle of the drag see every
+    // point.
     EXPECT_EQ(lit(view->grabFrame()), lit(still));
+    EXPECT_EQ(lassoed(*view), stillSelection);
     paintFrame(*view);
     EXPECT_LE(cloud->drawnCount(), 5000u) << "and the drag goes on thinned";
     // A pick finds the same point as in a still view, also one the sample
