@@ -1,9 +1,11 @@
 #include "OSGData.h"
 
-#include <vector>
-
 #include <algorithm>
 #include <cfloat>
+#include <future>
+#include <system_error>
+#include <vector>
+
 #include <osg/BlendFunc>
 #include <osg/LineWidth>
 #include <osg/Point>
@@ -64,6 +66,9 @@ void setColour(osg::Vec4ub& out, const QelColor& c) {
             static_cast<unsigned char>(c.b), static_cast<unsigned char>(c.a));
 }
 
+// From this many vertices colouring by height pays for a second thread.
+constexpr size_t kTwoThreadsFrom = 500000;
+
 }  // namespace
 
 template <typename Array>
@@ -85,12 +90,35 @@ void OSGData::colourByHeight(Array& out, double min, double max) const {
     setColour(blue, QelColor(0, 0, 255));
     const double span = (max - min) == 0.0 ? 100.0 : (max - min);
     const osg::Vec3Array& vertices = *vertices_;
-    fillArray(out, vertices.size(), [&](size_t i) {
+    auto colourAt = [&](size_t i) {
         const double t = (vertices[i].z() - min) / span;
         if (t > 1.0) return red;
         if (t <= 0.0 || !(t == t)) return blue;
         return table[static_cast<size_t>(t * kSteps + 0.5)];
-    });
+    };
+    const size_t n = vertices.size();
+    if (n < kTwoThreadsFrom) {
+        fillArray(out, n, colourAt);
+        return;
+    }
+    // A big array is coloured in two halves at once; without a thread to
+    // spare, in one.
+    if (out.size() != n) {
+        out.clear();
+        out.resize(n);
+    }
+    auto colourRange = [&](size_t from, size_t to) {
+        for (size_t i = from; i < to; ++i)
+            out[i] = colourAt(i);
+    };
+    std::future<void> second;
+    try {
+        second = std::async(std::launch::async, colourRange, n / 2, n);
+    } catch (const std::system_error&) {
+    }
+    colourRange(0, second.valid() ? n / 2 : n);
+    if (second.valid()) second.get();
+    out.dirty();
 }
 
 template <typename Array>

@@ -17,6 +17,16 @@ bool isValidPoint(const QelVector3d& p) {
     return !(std::fabs(p.z - FLT_MAX) < 1e-8) && p.IsValid();
 }
 
+// A drawable's bounding box known in advance.
+class KnownBounds : public osg::Drawable::ComputeBoundingBoxCallback {
+public:
+    explicit KnownBounds(const osg::BoundingBox& box) : box_(box) {}
+    osg::BoundingBox computeBound(const osg::Drawable&) const override { return box_; }
+
+private:
+    osg::BoundingBox box_;
+};
+
 // From this many points a thread of its own for the source copy pays off.
 constexpr int kCopyAsideFrom = 100000;
 
@@ -95,12 +105,24 @@ OSGPointCloud::~OSGPointCloud() {
 }
 
 void OSGPointCloud::fillVertices(const QelPointCloud& from) {
-    fillArray(*vertices_, static_cast<size_t>(from.Length()), [this, &from](size_t i) {
+    osg::BoundingBox box;
+    bool atOrigin = false;
+    fillArray(*vertices_, static_cast<size_t>(from.Length()), [&](size_t i) {
         const QelVector3d& p = from[static_cast<int>(i)];
-        if (!isValidPoint(p)) return osg::Vec3(0, 0, 0);
+        if (!isValidPoint(p)) {
+            atOrigin = true;
+            return osg::Vec3(0, 0, 0);
+        }
         widenHeightRange(p.z);
-        return osg::Vec3(p.x, p.y, p.z);
+        const osg::Vec3 v(p.x, p.y, p.z);
+        box.expandBy(v);
+        return v;
     });
+    if (atOrigin) box.expandBy(osg::Vec3(0, 0, 0));
+    // The geometry's bound is the box found on the way: nothing walks the
+    // vertices again for it, whichever points a frame draws.
+    geometry_->setComputeBoundingBoxCallback(new KnownBounds(box));
+    geometry_->dirtyBound();
 }
 
 osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {

@@ -139,3 +139,39 @@ TEST(PointCloudObject, DrawsWhereItsMatrixPutsIt) {
     EXPECT_GT(countUnlike(image, Qt::black), 100);
     view->dataGroup()->removeChild(obj.node());
 }
+
+TEST(PointCloudObject, BoundsComeFromTheVertexPassAndStayWhileThinned) {
+    // Invalid points sit at the origin and count; valid ones lie at x >= 1.
+    OSGPointCloud obj(cloudOf({{1, 1, 1}, {2, 3, 4}, {5, 5, FLT_MAX}, {3, 2, -2}, {4, 4, NAN}}), 0,
+                      1, true);
+    const osg::BoundingBox expected(0, 0, -2, 3, 3, 4);
+    EXPECT_EQ(obj.geometry()->getBoundingBox()._min, expected._min);
+    EXPECT_EQ(obj.geometry()->getBoundingBox()._max, expected._max);
+    obj.setDrawBudget(2);
+    EXPECT_EQ(obj.geometry()->getBoundingBox()._max, expected._max)
+        << "every point, not the sample";
+
+    OSGPointCloud valid(cloudOf({{1, 1, 1}, {2, 3, 4}}), 0, 2, true);
+    EXPECT_EQ(valid.geometry()->getBoundingBox()._min, osg::Vec3(1, 1, 1));
+}
+
+TEST(PointCloudObject, ABigCloudIsColouredLikeASmallOne) {
+    // Both clouds span the same heights, repeated every 1,000 points; the
+    // big one is coloured in two halves at once.
+    auto cloudOfLength = [](int n) {
+        QelVector3dArray points(n);
+        for (int i = 0; i < n; ++i)
+            points[i] = QelVector3d(float(i % 997), float(i / 997), 0.001f * (i % 1000));
+        QelPointCloud cloud;
+        cloud.SetPoints(points);
+        return cloud;
+    };
+    const int small = 1000 * 100, big = 1000 * 700;
+    OSGPointCloud few(cloudOfLength(small), 0, 1, true), many(cloudOfLength(big), 0, 2, true);
+    few.applyDefaultColours();
+    many.applyDefaultColours();
+    ASSERT_EQ(many.colourCount(), size_t(big));
+    for (int i = 0; i < big; i += 7)
+        ASSERT_EQ(many.colourAt(size_t(i)), few.colourAt(size_t(i % small))) << i;
+    EXPECT_EQ(many.colourAt(size_t(big - 1)), few.colourAt(size_t(small - 1)));
+}
