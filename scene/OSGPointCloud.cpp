@@ -75,12 +75,18 @@ void OSGPointCloud::build(const QelPointCloud& cloud) {
     {
         // A big cloud's owned copy is made on a second thread while the
         // vertices are built from the host's cloud: both only read it and
-        // write apart. The copy is waited for even when the vertices fail.
-        // Without a thread to spare, it is made here.
+        // write apart. That thread then also sizes the colour array, so its
+        // fresh memory is faulted in before the colours are written. The
+        // copy is waited for even when the vertices fail. Without a thread
+        // to spare, it is made here.
         std::future<void> copy;
         if (cloud.Length() >= kCopyAsideFrom) {
+            const size_t n = static_cast<size_t>(cloud.Length());
             try {
-                copy = std::async(std::launch::async, [&] { source_ = cloud; });
+                copy = std::async(std::launch::async, [&, n] {
+                    source_ = cloud;
+                    if (colours_->size() != n) colours_->resize(n);
+                });
             } catch (const std::system_error&) {
             }
         }
