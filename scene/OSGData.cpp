@@ -111,14 +111,18 @@ void OSGData::colourByHeight(Array& out, double min, double max) const {
         for (size_t i = from; i < to; ++i)
             out[i] = colourAt(i);
     };
-    std::future<void> second;
-    try {
-        second = std::async(std::launch::async, colourRange, n / 2, n);
-    } catch (const std::system_error&) {
-    }
+    std::future<void> second = startBeside([&] { colourRange(n / 2, n); });
     colourRange(0, second.valid() ? n / 2 : n);
     if (second.valid()) second.get();
     out.dirty();
+}
+
+std::future<void> OSGData::startBeside(std::function<void()> task) {
+    try {
+        return std::async(std::launch::async, std::move(task));
+    } catch (const std::system_error&) {
+        return {};
+    }
 }
 
 template <typename Array>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
@@ -102,6 +103,9 @@ protected:
         array.dirty();
     }
     void widenHeightRange(double z);
+    // Runs 'task' on a thread of its own; when no thread can be started it
+    // returns an empty future and the caller does the work itself.
+    static std::future<void> startBeside(std::function<void()> task);
     // Line (mode 1) or fill (mode 4) on both faces.
     static void setPolygonMode(osg::PolygonMode* polygonMode, int mode);
     // Moves a surface geometry from render mode 'from' to 'to': points

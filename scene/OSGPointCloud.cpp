@@ -2,8 +2,6 @@
 
 #include <cfloat>
 #include <cmath>
-#include <future>
-#include <system_error>
 
 #include <osg/BoundingBox>
 #include <osg/StateSet>
@@ -82,13 +80,10 @@ void OSGPointCloud::build(const QelPointCloud& cloud) {
         std::future<void> copy;
         if (cloud.Length() >= kCopyAsideFrom) {
             const size_t n = static_cast<size_t>(cloud.Length());
-            try {
-                copy = std::async(std::launch::async, [&, n] {
-                    source_ = cloud;
-                    if (colours_->size() != n) colours_->resize(n);
-                });
-            } catch (const std::system_error&) {
-            }
+            copy = startBeside([&, n] {
+                source_ = cloud;
+                if (colours_->size() != n) colours_->resize(n);
+            });
         }
         if (!copy.valid()) source_ = cloud;
         if (cloud.Length() > 0) fillVertices(cloud);

@@ -242,6 +242,8 @@ TEST(WindowLifecycle, AWindowAfterAClosedOneStartsAsNew) {
     ASSERT_EQ(QelDestory3DWnd(other), 0);
     ASSERT_EQ(before.status, 0);
     ASSERT_EQ(after.status, 0);
+    before.keep("first-window");
+    after.keep("window-after-a-closed-one");
     ASSERT_EQ(after.width(), before.width());
     ASSERT_EQ(after.height(), before.height());
     EXPECT_EQ(std::memcmp(after.image.ImageData(), before.image.ImageData(),
