@@ -5,6 +5,7 @@
 #include "ArgumentChecks.h"
 #include "ExceptionStatus.h"
 #include "GLViewer.h"
+#include "ParentFollower.h"
 #include "QWinWidget.h"
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
@@ -25,15 +26,24 @@ long checkRectangle(int left, int top, int right, int bottom) {
     return 0;
 }
 
+// A rectangle in a host's X11 window is in X pixels, which are device
+// pixels; in a toolkit widget it is in the widget's logical pixels.
 void setRectangle(Qel3DGraphicsPrivate* window, int left, int top, int right, int bottom) {
     window->setProperty("qelFillParent", false);
-    window->setGeometry(left, top, right - left, bottom - top);
+    QRect rectangle(left, top, right - left, bottom - top);
+    if (auto* host = qobject_cast<QWinWidget*>(window->parentWidget()))
+        rectangle = host->toLogical(rectangle);
+    window->setGeometry(rectangle);
 }
 
 // Builds the window under parent, shows it and registers its handle.
 long finishCreation(QWidget* parent, bool toolkitParent, long long* out) {
     auto* window = new Qel3DGraphicsPrivate(parent, toolkitParent);
-    if (!toolkitParent) {
+    if (toolkitParent) {
+        // In a host's widget the window fills the widget's area and follows
+        // it, as a widget in a layout would.
+        ParentFollower::follow(window);
+    } else {
         // Inside a host's native window the 3D window fills it.
         window->setProperty("qelFillParent", true);
         window->setGeometry(parent->rect());

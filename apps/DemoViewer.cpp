@@ -5,7 +5,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QFileInfo>
-#include <QResizeEvent>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -15,6 +14,7 @@
 #include "DemoOptions.h"
 #include "MachinedPartSample.h"
 #include "Qel3DGraphics.h"
+#include "SensorPose.h"
 
 using namespace QELMV;
 
@@ -27,20 +27,15 @@ bool failed(long status) {
 // How the camera looks at what was shown when no --view is given.
 enum class Framing {
     FromAbove,   // range images: heights along +z, seen obliquely from above
-    SensorView,  // PCD scans lie in their sensor's frame: z away, y down
+    SensorView,  // PCD scans near their sensor, in its frame: z away, y down
     Upright,     // meshes and other clouds: y up, seen from the front right
 };
 
-// The host's own window; the 3D window fills it.
+// The host's own window; the 3D window made in it fills it and follows its
+// size by itself.
 class HostWindow : public QWidget {
 public:
     long long view = 0;
-
-protected:
-    void resizeEvent(QResizeEvent* event) override {
-        QWidget::resizeEvent(event);
-        if (view) QelMove3DWnd(view, 0, 0, event->size().width(), event->size().height());
-    }
 };
 
 class Demo {
@@ -62,6 +57,7 @@ public:
     }
     int shown() const { return shown_; }
     Framing framing() const { return framing_; }
+    const QelVector3d& sensor() const { return sensor_; }
 
 private:
     long load(const QString& path) {
@@ -86,8 +82,15 @@ private:
                                         : QelAdd3DRenderObject(view_, cloud);
             // Two pixels close the gaps between the points of a dense scan.
             if (!failed(id)) QelSet3DElementSize(view_, id, 2);
-            return place(id, cloud.DeepCopyColors(),
-                         suffix == "pcd" ? Framing::SensorView : Framing::Upright);
+            // Seen from the sensor only when it stood near the scan: a
+            // georeferenced tile lies far from its nominal viewpoint.
+            Framing framing = Framing::Upright;
+            if (suffix == "pcd" && shown_ == 0) {
+                const QelVector3d sensor = SensorPose::ofPcdFile(path);
+                if (SensorPose::isNear(sensor, cloud)) framing = Framing::SensorView;
+                sensor_ = sensor;
+            }
+            return place(id, cloud.DeepCopyColors(), framing);
         }
         QelRangeImage image;
         if (long status = loader.Load(&image, file, true)) return status;
@@ -141,10 +144,11 @@ private:
     long long view_;
     int shown_ = 0;
     Framing framing_ = Framing::FromAbove;
+    QelVector3d sensor_{0, 0, 0};
 };
 
 // Fits the data, then looks at it the way its kind is best seen.
-void frame(long long view, Framing framing) {
+void frame(long long view, Framing framing, const QelVector3d& sensor) {
     Qel3DZoomFitWnd(view);
     QelVector3d eye, centre, up;
     QelGetCamera(view, &eye, &centre, &up);
@@ -156,9 +160,11 @@ void frame(long long view, Framing framing) {
             upward = QelVector3d(0, 0, 1);
             break;
         case Framing::SensorView:
-            // From just behind the sensor at the origin, as it saw the scene.
-            if (centre.z > 0) {
-                from = QelVector3d(-0.4f * centre.x, -0.4f * centre.y, -0.4f * centre.z);
+            // From just behind the sensor, as it saw the scene.
+            if (centre.z > sensor.z) {
+                from = QelVector3d(sensor.x - 0.4f * (centre.x - sensor.x),
+                                   sensor.y - 0.4f * (centre.y - sensor.y),
+                                   sensor.z - 0.4f * (centre.z - sensor.z));
                 upward = QelVector3d(0, -1, 0);
                 break;
             }
@@ -267,8 +273,7 @@ int main(int argc, char** argv) {
     host.setWindowTitle("Qel3DGraphics demo viewer");
     host.resize(options.width, options.height);
     host.show();
-    if (long status = QelCreate3DWnd(static_cast<long long>(host.winId()), 0, 0, host.width(),
-                                     host.height(), &host.view)) {
+    if (long status = QelCreate3DWnd(static_cast<void*>(&host), &host.view)) {
         std::fprintf(stderr, "could not create the 3D window: %ld %s\n", status,
                      QelGetStatusText(status));
         return 1;
@@ -308,7 +313,7 @@ int main(int argc, char** argv) {
         QelSetPerspective(host.view, static_cast<Qel3DPerspective>(options.view));
         Qel3DZoomFitWnd(host.view);
     } else {
-        frame(host.view, demo.framing());
+        frame(host.view, demo.framing(), demo.sensor());
     }
 
     if (options.screenshot.isEmpty()) return app.exec();

@@ -9,13 +9,13 @@
 //   bench_glx_connection [CYCLES]
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_glx_connection
-#include <GL/glx.h>
 #include <X11/Xlib.h>
-#include <malloc.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+#include "GlxConnectionCost.h"
 
 int main(int argc, char** argv) {
     const int cycles = argc > 1 ? std::max(20, std::atoi(argv[1])) : 400;
@@ -26,28 +26,9 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "bench_glx_connection needs an X server\n");
         return 1;
     }
-    const int attributes[] = {GLX_DRAWABLE_TYPE,
-                              GLX_PBUFFER_BIT,
-                              GLX_RENDER_TYPE,
-                              GLX_RGBA_BIT,
-                              GLX_DEPTH_SIZE,
-                              24,
-                              GLX_STENCIL_SIZE,
-                              8,
-                              None};
-    size_t halfway = 0;
     int configs = 0;
-    for (int i = 1; i <= cycles; ++i) {
-        Display* display = XOpenDisplay(nullptr);
-        if (!display) return 1;
-        GLXFBConfig* list =
-            glXChooseFBConfig(display, DefaultScreen(display), attributes, &configs);
-        if (list) XFree(list);
-        XCloseDisplay(display);
-        if (i == cycles / 2) halfway = mallinfo2().uordblks;
-    }
-    const double perCycle =
-        (double(mallinfo2().uordblks) - double(halfway)) / double(cycles - cycles / 2);
+    const double perCycle = glxBytesPerConnection(cycles, &configs);
+    if (perCycle < 0) return 1;
     std::printf(
         "{\"bench\":\"glx_connection\",\"cycles\":%d,\"configs\":%d,"
         "\"heap_in_use_bytes_per_connection\":%.1f}\n",

@@ -3,7 +3,10 @@
 // library makes and ends its application object every cycle) and once with
 // a second window kept open throughout. Every 100 cycles it prints the
 // resident bytes after malloc_trim as a JSON line, and at the end the growth
-// per cycle over the last 1000 cycles.
+// per cycle over the last 1000 cycles. Alone, every cycle also opens and
+// closes the toolkit's X connection, and the system's GLX library keeps a
+// little of each: the same run measures that cost with plain Xlib and
+// prints the case against its goal, that cost plus 1 kB a cycle.
 //
 //   bench_soak [CYCLES] [alone|beside]
 //                             both cases by default, or only the one named
@@ -20,8 +23,10 @@
 
 #include "Qel3DGraphics.h"
 
-// Xlib's macros clash with Qt's: it comes last.
+// Xlib's macros clash with Qt's: they come last.
 #include <X11/Xlib.h>
+
+#include "GlxConnectionCost.h"
 
 namespace {
 
@@ -68,34 +73,42 @@ bool cycle(Display* display, Window parent, QelPointCloud& cloud) {
     return id >= 1 && id < 11000000 && shot == 0;
 }
 
-void soak(const char* name, int cycles, Display* display, Window parent) {
+// Growth per cycle over the last half of the run, resident and heap in use.
+struct Growth {
+    double resident = 0, heap = 0;
+};
+
+Growth soak(const char* name, int cycles, Display* display, Window parent) {
     QelPointCloud cloud = smallCloud();
-    std::vector<double> samples;
+    std::vector<double> samples, heap;
     for (int i = 1; i <= cycles; ++i) {
         if (!cycle(display, parent, cloud)) {
             std::printf("{\"bench\":\"soak\",\"case\":\"%s\",\"error\":\"cycle %d failed\"}\n",
                         name, i);
-            return;
+            return {};
         }
         if (i % 100 == 0) {
             samples.push_back(residentBytes());
+            heap.push_back(heapInUseBytes());
             std::printf(
                 "{\"bench\":\"soak\",\"case\":\"%s\",\"cycle\":%d,\"resident_bytes\":%.0f,"
                 "\"heap_in_use_bytes\":%.0f}\n",
-                name, i, samples.back(), heapInUseBytes());
+                name, i, samples.back(), heap.back());
             std::fflush(stdout);
         }
     }
-    // Growth over the last half of the run, per cycle.
+    Growth growth;
     if (samples.size() >= 2) {
         const size_t half = samples.size() / 2;
-        const double perCycle =
-            (samples.back() - samples[half - 1]) / (100.0 * double(samples.size() - half));
+        const double span = 100.0 * double(samples.size() - half);
+        growth.resident = (samples.back() - samples[half - 1]) / span;
+        growth.heap = (heap.back() - heap[half - 1]) / span;
         std::printf(
             "{\"bench\":\"soak\",\"case\":\"%s\",\"cycles\":%d,\"bytes_per_cycle_last_"
-            "half\":%.1f}\n",
-            name, cycles, perCycle);
+            "half\":%.1f,\"heap_bytes_per_cycle_last_half\":%.1f}\n",
+            name, cycles, growth.resident, growth.heap);
     }
+    return growth;
 }
 
 }  // namespace
@@ -109,7 +122,18 @@ int main(int argc, char** argv) {
     }
     const std::string only = argc > 2 ? argv[2] : "";
     const Window parent = hostWindow(display);
-    if (only != "beside") soak("alone", cycles, display, parent);
+    if (only != "beside") {
+        const Growth alone = soak("alone", cycles, display, parent);
+        // The system's cost per X connection, measured now, in this process.
+        const double glx = glxBytesPerConnection(400);
+        const double goal = glx + 1024.0;
+        std::printf(
+            "{\"bench\":\"soak\",\"case\":\"alone_against_glx\",\"glx_bytes_per_connection\":"
+            "%.1f,\"goal_bytes_per_cycle\":%.1f,\"bytes_per_cycle_last_half\":%.1f,"
+            "\"heap_bytes_per_cycle_last_half\":%.1f,\"within_goal\":%s}\n",
+            glx, goal, alone.resident, alone.heap,
+            alone.resident <= goal && alone.heap <= goal ? "true" : "false");
+    }
     if (only == "alone") {
         XCloseDisplay(display);
         return 0;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "CsvRangeReader.h"
+#include "ImageHeaderCheck.h"
 #include "ImageRangeReader.h"
 #include "ObjReader.h"
 #include "OffReader.h"
@@ -80,7 +81,7 @@ bool FileFormatTable::plausibleStart(const std::string& format, const std::uint8
         if (headSize >= 84) std::memcpy(&count, head + 80, 4);
         return count > 0 || StlReader::isBinaryBySize(head, headSize, fileSize);
     }
-    if (format == "image") return ImageRangeReader::hasImageSignature(head, headSize);
+    if (format == "image") return ImageHeaderCheck::plausible(head, headSize, fileSize);
     // Text formats: xyz and its kin, obj, off, csv.
     return std::find(head, head + headSize, 0) == head + headSize;
 }

@@ -10,6 +10,7 @@
 #include "PathText.h"
 #include "QelDataStatus.h"
 #include "QelLog.h"
+#include "RangeScale.h"
 
 namespace QELMV {
 namespace {
@@ -160,6 +161,10 @@ long Qel3DFileOperation::Load(QelRangeImage* target, QelVar& path, double resolu
     QelRangeImage image;
     const long status = Load(&image, path, true);
     if (status != QEL_DATA_OK) return status;
+    // A finite resolution can still carry heights beyond single precision.
+    if (!qel::RangeScale::fitsSinglePrecision(image, resolutionX, resolutionY, resolutionZ,
+                                              image.OffsetX(), image.OffsetY(), image.OffsetZ()))
+        return QEL_DATA_INVALID_ARGUMENT;
     image.SetInfo(resolutionX, resolutionY, resolutionZ, image.OffsetX(), image.OffsetY(),
                   image.OffsetZ());
     *target = std::move(image);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "Qel3DFileOperation.h"
+#include "RangeScale.h"
 #include "SampleTypes.h"
 
 int QelRangeImage::SampleSize(int dataType) {
@@ -127,6 +128,11 @@ bool QelRangeImage::Load(const wchar_t* path, double scale, double offset) {
     QelRangeImage loaded;
     QelVar file(path);
     if (QELMV::Qel3DFileOperation().Load(&loaded, file, true) != 0) return false;
+    // A scale or offset that is not finite, or that carries heights beyond
+    // single precision, is refused like the loader's resolutions.
+    if (!qel::RangeScale::fitsSinglePrecision(loaded, loaded.resolution_[0], loaded.resolution_[1],
+                                              scale, loaded.offset_[0], loaded.offset_[1], offset))
+        return false;
     loaded.resolution_[2] = scale;
     loaded.offset_[2] = offset;
     *this = std::move(loaded);

@@ -10,15 +10,20 @@
 #include "OSGDataStream.h"
 #include "ObjectIdCounter.h"
 #include "QelOSGWidget.h"
+#include "SamplingStep.h"
 #include "SceneLockGuard.h"
 #include "StatusCodes.h"
 
 long GLViewer::initialRangeImage(QelRangeImageParameter parameter) {
     clearScene();
-    // Drawn at the density of the same image displayed whole.
-    const int step =
-        samplingStepFor(std::uint64_t(parameter.width), std::uint64_t(parameter.height));
-    parameter.rowStep = parameter.columnStep = step;
+    // A step the host set holds for streams too (one that leaves no column
+    // refuses every band); otherwise the stream's own automatic steps.
+    if (samplingStep_ > 0)
+        parameter.rowStep = parameter.columnStep = samplingStep_;
+    else
+        SamplingStep::forStream(parameter.width, parameter.height, &parameter.rowStep,
+                                &parameter.columnStep);
+    const int step = std::min(parameter.rowStep, parameter.columnStep);
     if (!MemoryBudget::fits(MemoryBudget::rangeImage(
             std::uint64_t(parameter.width), std::uint64_t(parameter.height),
             QelRangeImage::SampleSize(parameter.dataType), parameter.colourChannels, step)))

@@ -1,12 +1,9 @@
 #include "MOpenglWidget.h"
 
 #include <QDebug>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QOpenGLContext>
 #include <QPainter>
-#include <QScreen>
-#include <QWindow>
 #include <osg/ContextData>
 #include <osg/GLObjects>
 
@@ -61,11 +58,16 @@ osgViewer::Viewer* MOpenglWidget::viewer() const {
     return renderer_;
 }
 
-float MOpenglWidget::screenPixelRatio() const {
-    const QWindow* window = windowHandle() ? windowHandle() : nullptr;
-    if (window && window->screen()) return static_cast<float>(window->screen()->devicePixelRatio());
-    const auto screens = QGuiApplication::screens();
-    return screens.isEmpty() ? 1.0f : static_cast<float>(screens.first()->devicePixelRatio());
+float MOpenglWidget::pixelRatio() const {
+    // The ratio of the screen the widget's window is on; it changes when
+    // the window moves to another screen.
+    const qreal ratio = devicePixelRatioF();
+    return ratio > 0 ? static_cast<float>(ratio) : 1.0f;
+}
+
+QSize MOpenglWidget::deviceSize() const {
+    // Rounded as the toolkit rounds a widget's backing store and grab().
+    return size() * static_cast<qreal>(pixelRatio());
 }
 
 void MOpenglWidget::initializeGL() {
@@ -74,7 +76,7 @@ void MOpenglWidget::initializeGL() {
 }
 
 void MOpenglWidget::resizeGL(int width, int height) {
-    if (renderer_) renderer_->resize(width, height, screenPixelRatio());
+    if (renderer_) renderer_->resize(width, height, pixelRatio());
 }
 
 void MOpenglWidget::paintGL() {
@@ -93,7 +95,11 @@ void MOpenglWidget::paintGL() {
 
 bool MOpenglWidget::renderFrame() {
     try {
-        if (surface_->size() != size() && !size().isEmpty()) surface_->resize(size());
+        const QSize device = deviceSize();
+        if (surface_->size() != device && !device.isEmpty())
+            surface_->resize(device);
+        else if (renderer_ && renderer_->pixelRatio() != pixelRatio())
+            resizeGL(device.width(), device.height());  // same pixels, another ratio
         surface_->render();
         return true;
     } catch (const char* error) {
@@ -109,13 +115,15 @@ void MOpenglWidget::paintEvent(QPaintEvent*) {
         painter.fillRect(rect(), Qt::black);
         return;
     }
-    const QImage image = surface_->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
-    painter.drawImage(rect(), image, image.rect());
+    QImage image = surface_->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+    // The frame has device pixels: painted one to one, not scaled.
+    image.setDevicePixelRatio(pixelRatio());
+    painter.drawImage(QRectF(rect()), image, QRectF(image.rect()));
 }
 
 void MOpenglWidget::resizeEvent(QResizeEvent*) {
     try {
-        surface_->resize(QSize(geometry().width(), geometry().height()));
+        if (!deviceSize().isEmpty()) surface_->resize(deviceSize());
     } catch (const char* error) {
         qCWarning(qelLog) << error;
     }

@@ -26,9 +26,9 @@ public:
     MRenderer* renderer() const { return renderer_; }
     ExamplePaintSurface* surface() const { return surface_; }
 
-    // Renders once and returns the frame.
+    // Renders once and returns the frame, in device pixels.
     void grabImage(QImage& out);
-    // Renders once at another size and returns that frame; the surface is
+    // Renders once at another size (device pixels) and returns that frame; the surface is
     // put back to its size and rendered again afterwards.
     void grabImage(QImage& out, double width, double height);
     // Renders once and reads the frame as OpenGL keeps it: rows bottom up,
@@ -42,6 +42,7 @@ signals:
 
 public slots:
     void initializeGL();
+    // The surface was resized to width x height device pixels.
     void resizeGL(int width, int height);
     void paintGL();
 
@@ -56,8 +57,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
-    // The device pixel ratio of the widget's screen (or the first screen).
-    float screenPixelRatio() const;
+    // Device pixels per logical pixel on the widget's screen, and the
+    // widget's size in device pixels: the size the frame is drawn at.
+    float pixelRatio() const;
+    QSize deviceSize() const;
     MRenderer* renderer_ = nullptr;
 
 private:

@@ -8,6 +8,10 @@
 #include <map>
 #include <osgViewer/Renderer>
 
+#include "PixelRatio.h"
+#include "ScaledLineWidth.h"
+#include "ScaledPoint.h"
+
 namespace {
 
 using Key = osgGA::GUIEventAdapter::KeySymbol;
@@ -147,12 +151,11 @@ int MRenderer::keySymbol(int qtKey, const QString& text) {
 
 void MRenderer::setup(int width, int height, float pixelRatio) {
     initialized_ = true;
-    pixelRatio_ = pixelRatio;
     osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
     traits->x = 0;
     traits->y = 0;
-    traits->width = static_cast<int>(width * pixelRatio);
-    traits->height = static_cast<int>(height * pixelRatio);
+    traits->width = width;
+    traits->height = height;
     graphicsWindow_ = new osgViewer::GraphicsWindowEmbedded(traits.get());
     // The embedded window makes its own state; share the context id of a
     // shared context when the traits name one.
@@ -163,8 +166,9 @@ void MRenderer::setup(int width, int height, float pixelRatio) {
     }
     graphicsWindow_->getEventQueue()->syncWindowRectangleWithGraphicsContext();
 
-    getCamera()->setViewport(new osg::Viewport(0, 0, width * pixelRatio, height * pixelRatio));
+    getCamera()->setViewport(new osg::Viewport(0, 0, width, height));
     getCamera()->setGraphicsContext(graphicsWindow_.get());
+    applyPixelRatio(pixelRatio);
     // A kept viewer's renderer still points at the closed window's state.
     if (auto* renderer = dynamic_cast<osgViewer::Renderer*>(getCamera()->getRenderer()))
         for (unsigned int i = 0; i < 2; ++i)
@@ -176,11 +180,27 @@ void MRenderer::setup(int width, int height, float pixelRatio) {
 
 void MRenderer::resize(int width, int height, float pixelRatio) {
     if (!initialized_) return;
-    pixelRatio_ = pixelRatio;
-    const int w = static_cast<int>(width * pixelRatio), h = static_cast<int>(height * pixelRatio);
-    graphicsWindow_->resized(0, 0, w, h);
-    graphicsWindow_->getEventQueue()->windowResize(0, 0, w, h, queue()->getTime());
+    if (pixelRatio != pixelRatio_) {
+        applyPixelRatio(pixelRatio);
+        // Attributes the state thinks applied were applied at the old ratio.
+        graphicsWindow_->getState()->dirtyAllAttributes();
+    }
+    graphicsWindow_->resized(0, 0, width, height);
+    graphicsWindow_->getEventQueue()->windowResize(0, 0, width, height, queue()->getTime());
     updateParent();
+}
+
+void MRenderer::applyPixelRatio(float pixelRatio) {
+    pixelRatio_ = pixelRatio;
+    PixelRatio::set(graphicsWindow_.get(), pixelRatio);
+    // Defaults for whatever sets no size of its own; the uniform overrides
+    // the programs' own default of 1.
+    osg::StateSet* state = getCamera()->getOrCreateStateSet();
+    state->setAttribute(new ScaledPoint(1.0f));
+    state->setAttribute(new ScaledLineWidth(1.0f));
+    osg::Uniform* uniform = state->getOrCreateUniform(PixelRatio::kUniform, osg::Uniform::FLOAT);
+    uniform->set(pixelRatio);
+    state->addUniform(uniform, osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE);
 }
 
 osgGA::EventQueue* MRenderer::queue() const {

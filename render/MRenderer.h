@@ -34,6 +34,8 @@ public:
     // Whether a viewer is kept for the next widget.
     static bool holdsSpare();
 
+    // Sizes in device pixels; pixelRatio device pixels make one logical
+    // pixel (the unit of input events and of sizes given in pixels).
     void setup(int width, int height, float pixelRatio);
     void resize(int width, int height, float pixelRatio);
 
@@ -64,6 +66,9 @@ public:
 private:
     osgGA::EventQueue* queue() const;
     void reset();
+    // Hands the ratio to what draws in the graphics window: scaled point
+    // sizes and line widths, and the point programs' uniform.
+    void applyPixelRatio(float pixelRatio);
 
     // The camera and light settings a new viewer starts with.
     struct Start {

@@ -6,6 +6,8 @@
 #include <osg/StateSet>
 #include <osg/Uniform>
 
+#include "PixelRatio.h"
+
 namespace {
 
 constexpr unsigned kProgramPointSize = 0x8642;  // GL_VERTEX_PROGRAM_POINT_SIZE
@@ -13,12 +15,15 @@ constexpr unsigned kProgramPointSize = 0x8642;  // GL_VERTEX_PROGRAM_POINT_SIZE
 void installPointState(osg::StateSet& ss) {
     ss.setTextureAttributeAndModes(0, new osg::PointSprite, osg::StateAttribute::ON);
     ss.setMode(kProgramPointSize, osg::StateAttribute::ON);
+    // One device pixel a pixel unless the view that draws it says otherwise.
+    ss.addUniform(new osg::Uniform(PixelRatio::kUniform, 1.0f));
 }
 
 void removePointState(osg::StateSet& ss) {
     ss.removeTextureAttribute(0, osg::StateAttribute::POINTSPRITE);
     ss.removeTextureMode(0, GL_POINT_SPRITE_ARB);
     ss.removeMode(kProgramPointSize);
+    ss.removeUniform(PixelRatio::kUniform);
 }
 
 void installPointSprite(osg::StateSet& ss) {

@@ -8,12 +8,13 @@ std::string pointVertexSource(const char* radiusUniform) {
            "uniform float " +
            radius +
            ";\n"
+           "uniform float qel_pixelRatio;\n"  // device pixels per logical pixel
            "varying vec4 colour;\n"
            "void main()\n"
            "{\n"
            "    colour = gl_Color;\n"
            "    gl_Position = ftransform();\n"
-           "    gl_PointSize = max(2.0 * " +
+           "    gl_PointSize = max(2.0 * qel_pixelRatio * " +
            radius +
            ", 1.0);\n"
            "}\n";

@@ -5,10 +5,11 @@
 #include <filesystem>
 #include <limits>
 #include <osg/Depth>
-#include <osg/LineWidth>
 #include <osg/Program>
 
 #include "CubeAxisBox.h"
+#include "PixelRatio.h"
+#include "ScaledLineWidth.h"
 #include "ScreenProjection.h"
 
 using namespace CubeAxisBox;
@@ -29,7 +30,7 @@ osg::ref_ptr<osg::Geometry> lineGeometry(float width) {
     geometry->setVertexArray(new osg::Vec3Array);
     geometry->setColorArray(new osg::Vec4Array(1), osg::Array::BIND_OVERALL);
     geometry->addPrimitiveSet(new osg::DrawArrays(GL_LINES, 0, 0));
-    geometry->getOrCreateStateSet()->setAttributeAndModes(new osg::LineWidth(width));
+    geometry->getOrCreateStateSet()->setAttributeAndModes(new ScaledLineWidth(width));
     return geometry;
 }
 
@@ -237,6 +238,7 @@ void QelCubeAxis3d::update() {
     if (!group_) return;
     const double r = referenceDistance();
     if (r == -1) return;
+    ratio_ = PixelRatio::of(camera_.get());
     const ScreenProjection view(*camera_);
     if (!view.valid()) return;
     const osg::Vec3f toCentre = osg::Vec3f(view.eye()) - osg::Vec3f(corner(0) + corner(6)) * 0.5f;
@@ -250,7 +252,9 @@ void QelCubeAxis3d::update() {
 void QelCubeAxis3d::updateIfViewChanged() {
     if (!group_ || referenceDistance() == -1) return;
     const ScreenProjection view(*camera_);
-    if (view.valid() && keyFor(view, layoutFor(view)) != layoutKey_) update();
+    if (!view.valid()) return;
+    if (PixelRatio::of(camera_.get()) != ratio_ || keyFor(view, layoutFor(view)) != layoutKey_)
+        update();
 }
 
 // What the layout depends on: viewport, projection kind, density, faces in
@@ -309,7 +313,7 @@ QelCubeAxis3d::Layout QelCubeAxis3d::layoutFor(const ScreenProjection& view) con
             const osg::Vec3d b = view.toWindow(corner(kEdges[e][1]));
             const osg::Vec2d d = toScreen(b) - toScreen(a);
             const double length = d.length();
-            if (length < kMinEdgePixels) continue;
+            if (length < px(kMinEdgePixels)) continue;
             osg::Vec2d outward(-d.y() / length, d.x() / length);
             if (outward * ((toScreen(a) + toScreen(b)) * 0.5 - screenCentre) < 0.0)
                 outward = -outward;

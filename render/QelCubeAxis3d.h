@@ -92,6 +92,8 @@ private:
     void rebuildLabels(const Layout& layout, const ScreenProjection& view);
     AxisPlacement placeAxis(int axis, const Layout& layout, const ScreenProjection& view) const;
     osg::ref_ptr<osgText::Text> makeText(const std::string& text, float size) const;
+    // Logical pixels (the sizes below) in the device pixels of the view.
+    double px(double logical) const { return logical * ratio_; }
     bool kept(const osg::Vec3d& point) const;
 
     // The lines' program: colour as given, cut by the clip plane
@@ -111,6 +113,8 @@ private:
     float tickLength_ = 10.0f;
     float labelGap_ = 5.0f;
     float labelSize_ = 15.0f;
+    // Device pixels per logical pixel in the last layout.
+    float ratio_ = 1.0f;
     double maxSize_ = 0;
     double minSize_ = 0;
     std::array<osg::ref_ptr<osg::Geometry>, 3> axisLines_;

@@ -43,13 +43,13 @@ QelCubeAxis3d::AxisPlacement QelCubeAxis3d::placeAxis(int axis, const Layout& la
         std::vector<osg::ref_ptr<osgText::Text>> texts;
         double widest = 0.0, tallest = 0.0;
         for (const AxisTicks::Tick& tick : ticks) {
-            texts.push_back(makeText(tick.label, labelSize_));
+            texts.push_back(makeText(tick.label, px(labelSize_)));
             const osg::BoundingBox& box = texts.back()->getBoundingBox();
             widest = std::max(widest, double(box.xMax() - box.xMin()));
             tallest = std::max(tallest, double(box.yMax() - box.yMin()));
         }
         const double pitch = length * step / (hi - lo);
-        if (pitch >= 2.0 * halfExtent(p.along, widest, tallest) + labelGap_) {
+        if (pitch >= 2.0 * halfExtent(p.along, widest, tallest) + px(labelGap_)) {
             p.ticks = std::move(ticks);
             p.texts = std::move(texts);
             break;
@@ -81,9 +81,10 @@ void QelCubeAxis3d::rebuildLabels(const Layout& layout, const ScreenProjection& 
                     c.x() + w / 2,
                     c.y() + h / 2};
         for (const Label& other : labels_)
-            if (label.left < other.right + kLabelMargin &&
-                other.left < label.right + kLabelMargin &&
-                label.bottom < other.top + kLabelMargin && other.bottom < label.top + kLabelMargin)
+            if (label.left < other.right + px(kLabelMargin) &&
+                other.left < label.right + px(kLabelMargin) &&
+                label.bottom < other.top + px(kLabelMargin) &&
+                other.bottom < label.top + px(kLabelMargin))
                 return;
         text->setPosition(view.toWorld(osg::Vec3d(c.x(), c.y(), window.z())));
         texts_->addDrawable(text);
@@ -91,7 +92,7 @@ void QelCubeAxis3d::rebuildLabels(const Layout& layout, const ScreenProjection& 
     };
 
     osg::ref_ptr<osg::Vec3Array> ticks = new osg::Vec3Array;
-    const double titleDistance = titleSize_ * labelOffset_;
+    const double titleDistance = px(titleSize_) * labelOffset_;
     for (int axis = 0; axis < 3; ++axis) {
         AxisPlacement& p = placed[axis];
         osg::ref_ptr<osg::Vec3Array> line = new osg::Vec3Array, pointer = new osg::Vec3Array;
@@ -101,14 +102,14 @@ void QelCubeAxis3d::rebuildLabels(const Layout& layout, const ScreenProjection& 
             pointer->push_back(p.to);
             pointer->push_back(view.shifted(p.to, p.along * (0.5 * titleDistance)));
             if (kept(p.to)) {
-                osg::ref_ptr<osgText::Text> title = makeText(kTitles[axis], 2.0f * titleSize_);
+                osg::ref_ptr<osgText::Text> title = makeText(kTitles[axis], 2.0f * px(titleSize_));
                 const osg::BoundingBox& box = title->getBoundingBox();
                 const osg::Vec2d& o = layout.outward[axis];
                 // Beyond the axis end, and clear of the box's outline.
                 const osg::Vec2d towards =
                     p.along * titleDistance +
                     o * (halfExtent(o, box.xMax() - box.xMin(), box.yMax() - box.yMin()) +
-                         kLabelMargin);
+                         px(kLabelMargin));
                 place(title.get(), p.to, towards / towards.length(), towards.length(), axis, true);
             }
         }
@@ -123,10 +124,10 @@ void QelCubeAxis3d::rebuildLabels(const Layout& layout, const ScreenProjection& 
             const osg::Vec3d anchor =
                 p.from + (p.to - p.from) * ((p.ticks[i].value - lo) / (hi - lo));
             ticks->push_back(anchor);
-            ticks->push_back(view.shifted(anchor, o * tickLength_));
+            ticks->push_back(view.shifted(anchor, o * px(tickLength_)));
             if (!kept(anchor)) continue;
             const osg::BoundingBox& box = p.texts[i]->getBoundingBox();
-            const double offset = tickLength_ + labelGap_ +
+            const double offset = px(tickLength_) + px(labelGap_) +
                                   halfExtent(o, box.xMax() - box.xMin(), box.yMax() - box.yMin());
             place(p.texts[i].get(), anchor, o, offset, axis, false);
         }

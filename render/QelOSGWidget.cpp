@@ -18,7 +18,8 @@ void QelOSGWidget::createRenderer() {
     if (renderer_) return;
     configureDisplaySettings();
     MRenderer* renderer = MRenderer::create();
-    renderer->setup(width(), height(), screenPixelRatio());
+    const QSize device = deviceSize();
+    renderer->setup(device.width(), device.height(), pixelRatio());
     renderer->setParent(this);
     renderer_ = renderer;
 }

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include <osg/BlendFunc>
-#include <osg/LineWidth>
-#include <osg/Point>
 
 #include "ColorMapIndex.h"
 #include "QelColorArray.h"
 #include "QelLUTSetting.h"
+#include "ScaledLineWidth.h"
+#include "ScaledPoint.h"
 
 OSGData::OSGData(int id, int kind, bool useHeightColours)
     : id_(id),
@@ -201,14 +201,12 @@ void OSGData::applyAlpha(int minAlpha) {
 
 void OSGData::setPointSize(float size) {
     pointSize_ = size;
-    root_->getOrCreateStateSet()->setAttribute(new osg::Point(size));
+    root_->getOrCreateStateSet()->setAttribute(new ScaledPoint(size));
 }
 
 void OSGData::setLineWidth(float width) {
     lineWidth_ = width;
-    osg::ref_ptr<osg::LineWidth> lw = new osg::LineWidth(1.0f);
-    lw->setWidth(width);
-    root_->getOrCreateStateSet()->setAttribute(lw.get());
+    root_->getOrCreateStateSet()->setAttribute(new ScaledLineWidth(width));
 }
 
 void OSGData::setVisible(bool visible) {

@@ -3,14 +3,14 @@
 #include <QDebug>
 #include <cfloat>
 #include <osg/BlendFunc>
-#include <osg/LineWidth>
-#include <osg/Point>
 
 #include "ColorMapIndex.h"
 #include "Qel3DImageMathematics.h"
 #include "QelLUTSetting.h"
 #include "QelLog.h"
 #include "RangePixelReader.h"
+#include "ScaledLineWidth.h"
+#include "ScaledPoint.h"
 
 namespace {
 constexpr unsigned int kNoVertex = 0xFFFFFFFFu;
@@ -308,14 +308,12 @@ void OSGRangeImage::setRenderMode(int mode) {
 }
 
 void OSGRangeImage::setPointSize(float size) {
-    if (lodNode_) lodNode_->getOrCreateStateSet()->setAttribute(new osg::Point(size));
+    if (lodNode_) lodNode_->getOrCreateStateSet()->setAttribute(new ScaledPoint(size));
 }
 
 void OSGRangeImage::setLineWidth(float width) {
     if (!lodNode_) return;
-    osg::ref_ptr<osg::LineWidth> lw = new osg::LineWidth(1.0f);
-    lw->setWidth(width);
-    lodNode_->getOrCreateStateSet()->setAttribute(lw.get());
+    lodNode_->getOrCreateStateSet()->setAttribute(new ScaledLineWidth(width));
 }
 
 void OSGRangeImage::setVisible(bool visible) {

@@ -1,7 +1,6 @@
 #include "BasePrimitive.h"
-
-#include <osg/LineWidth>
-#include <osg/Point>
+#include "ScaledLineWidth.h"
+#include "ScaledPoint.h"
 
 BasePrimitive::BasePrimitive()
     : root_(new osg::Geode),
@@ -30,12 +29,12 @@ void BasePrimitive::applyMatrix(const osg::Matrixd& matrix) {
 }
 
 void BasePrimitive::setLineWidth(float width) {
-    root_->getOrCreateStateSet()->setAttribute(new osg::LineWidth(width));
+    root_->getOrCreateStateSet()->setAttribute(new ScaledLineWidth(width));
     lineWidth_ = width;
 }
 
 void BasePrimitive::setPointSize(float size) {
-    root_->getOrCreateStateSet()->setAttribute(new osg::Point(size));
+    root_->getOrCreateStateSet()->setAttribute(new ScaledPoint(size));
     pointSize_ = size;
 }
 

@@ -537,3 +537,74 @@ TEST(FileOperation, PathsAndSuffixes) {
     wide = QelVar(w.c_str());
     EXPECT_EQ(Qel3DFileOperation().Load(&cloud, wide, true, true), 0);
 }
+
+TEST(FileOperation, AnImageSignatureFollowedByNothingValidIsRefusedFromItsHeader) {
+    // Each format's signature, then zeros to 64 GB (sparse): its header
+    // cannot be right, so the file is refused without being read whole
+    // (read whole, it could not even be allocated).
+    TempDir dir;
+    const std::pair<const char*, std::string> signatures[] = {
+        {"zeros.png", std::string("\x89PNG\r\n\x1a\n", 8)},
+        {"zeros.tif", std::string("II*\0", 4)},
+        {"zeros.tiff", std::string("MM\0*", 4)},
+        {"zeros.bmp", "BM"},
+        {"zeros.jpg", "\xff\xd8\xff"},
+    };
+    for (const auto& [name, signature] : signatures) {
+        const std::string path = dir.write(name, signature);
+        ASSERT_EQ(::truncate(path.c_str(), 64ll << 30), 0);
+        QelVar p = widePath(path);
+        QelRangeImage image;
+        EXPECT_EQ(Qel3DFileOperation().Load(&image, p, true), QELMV::QEL_DATA_FILE_MALFORMED)
+            << name;
+    }
+    // Real files of each format still pass the same check.
+    cv::Mat grey(5, 7, CV_8U, cv::Scalar(9));
+    for (const char* name : {"ok.png", "ok.tif", "ok.bmp", "ok.jpg"}) {
+        ASSERT_TRUE(cv::imwrite(dir.file(name), grey)) << name;
+        QelVar p = widePath(dir.file(name));
+        QelRangeImage image;
+        EXPECT_EQ(Qel3DFileOperation().Load(&image, p, true), 0) << name;
+        EXPECT_EQ(image.Width(), 7) << name;
+    }
+    // A PNG whose IHDR names an impossible image (zero width).
+    std::string png("\x89PNG\r\n\x1a\n", 8);
+    png += std::string("\0\0\0\x0dIHDR", 8) + std::string(4, '\0') + std::string("\0\0\0\x05", 4) +
+           std::string("\x08\0\0\0\0", 5) + std::string(4, '\0');
+    QelVar bad = widePath(dir.write("bad.png", png));
+    QelRangeImage image;
+    EXPECT_EQ(Qel3DFileOperation().Load(&image, bad, true), QELMV::QEL_DATA_FILE_MALFORMED);
+}
+
+TEST(RangeImageLoader, ScalesThatLeaveSinglePrecisionAreRefused) {
+    // Finite resolutions whose products with a 16-bit range overflow floats,
+    // and scales that are not numbers.
+    TempDir dir;
+    cv::Mat u16(3, 4, CV_16U, cv::Scalar(1000));
+    cv::imwrite(dir.file("h.png"), u16);
+    QelVar path = widePath(dir.file("h.png"));
+    QelRangeImage img;
+    for (const double huge : {1e300, 1e40, 1e36}) {
+        // Positions reach 4 pixels times the resolution; heights 65535 times.
+        if (huge * 4 > FLT_MAX) {
+            EXPECT_EQ(Qel3DFileOperation().Load(&img, path, huge, 1.0, 1.0),
+                      QELMV::QEL_DATA_INVALID_ARGUMENT)
+                << huge;
+        }
+        EXPECT_EQ(Qel3DFileOperation().Load(&img, path, 1.0, 1.0, huge),
+                  QELMV::QEL_DATA_INVALID_ARGUMENT)
+            << huge;
+    }
+    EXPECT_EQ(img.Width(), 0) << "a refused load leaves the target alone";
+    EXPECT_EQ(Qel3DFileOperation().Load(&img, path, 1.0, 1.0, 1e30), 0) << "65535e30 fits";
+
+    const std::string png = dir.file("h.png");
+    const std::wstring wide(png.begin(), png.end());
+    QelRangeImage kept;
+    ASSERT_TRUE(kept.Load(wide.c_str(), 0.5, 2));
+    for (const auto& [scale, offset] :
+         {std::pair(std::nan(""), 0.0), std::pair(double(INFINITY), 0.0),
+          std::pair(1.0, std::nan("")), std::pair(1e300, 0.0), std::pair(1.0, -1e300)})
+        EXPECT_FALSE(kept.Load(wide.c_str(), scale, offset)) << scale << " " << offset;
+    EXPECT_DOUBLE_EQ(kept.ResolutionZ(), 0.5) << "a refused load leaves the image alone";
+}

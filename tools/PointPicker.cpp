@@ -8,14 +8,15 @@
 #include <osgViewer/Viewer>
 
 #include "GLViewer.h"
+#include "PixelRatio.h"
 #include "QelCubeAxis3d.h"
 #include "QelOSGWidget.h"
 #include "SceneLockGuard.h"
 
 namespace {
 
-// A point this close to the cursor, in pixels, counts as clicked; larger
-// points count out to their own radius.
+// A point this close to the cursor, in logical pixels, counts as clicked;
+// larger points count out to their own radius.
 constexpr double kTolerance = 4.0;
 
 bool kept(const osg::Vec4d* clip, const osg::Vec3d& p) {
@@ -37,14 +38,16 @@ public:
 // are walked as the camera at 'eye' draws them.
 class PointsUnderCursor : public osg::NodeVisitor {
 public:
+    // ratio: device pixels (the window's unit) per logical pixel.
     PointsUnderCursor(const osg::Matrixd& toWindow, const osg::Vec3d& eye, double x, double y,
-                      const osg::Vec4d* clip)
+                      const osg::Vec4d* clip, double ratio)
         : NodeVisitor(TRAVERSE_ACTIVE_CHILDREN),
           toWindow_(toWindow),
           eye_(eye),
           x_(x),
           y_(y),
-          clip_(clip) {}
+          clip_(clip),
+          ratio_(ratio) {}
 
     bool found() const { return depth_ < std::numeric_limits<double>::infinity(); }
     double depth() const { return depth_; }
@@ -60,7 +63,7 @@ public:
         if (!vertices) return;
         const osg::Matrixd toWorld = osg::computeLocalToWorld(getNodePath());
         const osg::Matrixd toWindow = toWorld * toWindow_;
-        const double radius = std::max(kTolerance, pointSize() / 2.0);
+        const double radius = ratio_ * std::max(kTolerance, pointSize() / 2.0);
         // Every vertex of a geometry drawn as points counts, also those a
         // frame in motion leaves out.
         for (unsigned int p = 0; p < geometry.getNumPrimitiveSets(); ++p) {
@@ -101,6 +104,7 @@ private:
     osg::Vec3d eye_;
     double x_, y_;
     const osg::Vec4d* clip_;
+    double ratio_;
     double depth_ = std::numeric_limits<double>::infinity();
     osg::Vec3d point_;
 };
@@ -133,7 +137,7 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
     // Points: drawn within a few pixels of the cursor.
     osg::Vec3d eye, centre, up;
     camera.getViewMatrixAsLookAt(eye, centre, up);
-    PointsUnderCursor points(toWindow, eye, x, y, clip);
+    PointsUnderCursor points(toWindow, eye, x, y, clip, PixelRatio::of(&camera));
     scene.accept(points);
     if (points.found() && points.depth() < bestDepth) {
         *point = points.point();

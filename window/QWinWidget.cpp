@@ -5,6 +5,7 @@
 #include <QDebug>
 #include <QEvent>
 #include <QWindow>
+#include <cmath>
 
 #include "QelLog.h"
 #include "X11Connection.h"
@@ -43,13 +44,25 @@ void QWinWidget::initialize() {
     windowHandle()->setParent(hostWindow_);
     X11Connection* x11 = X11Connection::instance();
     int width = 0, height = 0;
-    if (x11->windowSize(parentWindow_, &width, &height)) resize(width, height);
+    if (x11->windowSize(parentWindow_, &width, &height))
+        resize(toLogical(QRect(0, 0, width, height)).size());
     x11->watch(parentWindow_);
     connect(x11, &X11Connection::sizeChanged, this, &QWinWidget::followParentSize);
 }
 
 void QWinWidget::followParentSize(unsigned long window, int width, int height) {
-    if (window == parentWindow_) setGeometry(0, 0, width, height);
+    if (window == parentWindow_) setGeometry(toLogical(QRect(0, 0, width, height)));
+}
+
+QRect QWinWidget::toLogical(const QRect& devicePixels) const {
+    const qreal ratio = devicePixelRatioF() > 0 ? devicePixelRatioF() : 1.0;
+    const int left = static_cast<int>(std::floor(devicePixels.left() / ratio));
+    const int top = static_cast<int>(std::floor(devicePixels.top() / ratio));
+    const int right =
+        static_cast<int>(std::ceil((devicePixels.left() + devicePixels.width()) / ratio));
+    const int bottom =
+        static_cast<int>(std::ceil((devicePixels.top() + devicePixels.height()) / ratio));
+    return QRect(left, top, right - left, bottom - top);
 }
 
 void QWinWidget::resizeEvent(QResizeEvent* event) {

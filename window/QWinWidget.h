@@ -17,6 +17,9 @@ public:
     ~QWinWidget() override;
 
     unsigned long parentWindow() const { return parentWindow_; }
+    // A rectangle in the host's X pixels (device pixels) in this widget's
+    // logical pixels, grown outwards to whole pixels so it covers the area.
+    QRect toLogical(const QRect& devicePixels) const;
     void show();
     // Centres the widget's top-level children (dialogs) over the host window.
     void center();

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "ApiHost.h"
@@ -122,4 +123,46 @@ TEST(Streaming, ClearingOrDestroyingInTheMiddleOfAScan) {
     Scan scan(window.handle);
     ASSERT_EQ(scan.band(0, 50), 0);
     // The fixture destroys the window with the stream half received.
+}
+
+TEST(Streaming, NarrowStreamsAcceptEveryBandAndAppear) {
+    // A line sensor only a few samples wide: every band is taken, a surface
+    // is drawn, and the finished image holds every line. A host's own step
+    // that leaves no column still refuses.
+    HostedWindow window(300, 300);
+    const long long h = window.handle;
+    ASSERT_EQ(QelSetLightState(h, false), 0);
+    for (const int width : {1, 2, 4, 5}) {
+        constexpr int kLines = 40;
+        std::vector<std::uint16_t> samples(size_t(width) * kLines);
+        for (size_t i = 0; i < samples.size(); ++i)
+            samples[i] = std::uint16_t(1000 + 10 * (i / size_t(width)));
+        std::vector<unsigned char> grey(samples.size(), 200);
+        const long id =
+            QelInitialRangeImage(h, QEL_16U, width, kLines, 0.5, 0, 0.5, 0, 0.01, 0, -1e9, 1e9, 1);
+        ASSERT_TRUE(id >= 1 && id < 11000000) << width;
+        for (int start = 0; start < kLines; start += 4)
+            ASSERT_EQ(
+                QelAppendDataStream(h, id, samples.data() + size_t(start) * width,
+                                    grey.data() + size_t(start) * width, QEL_16U, start, start + 4),
+                0)
+                << "width " << width << ", band at " << start;
+        QelVector3d eye(10, 1, 40), centre(10, 1, 0), up(1, 0, 0);
+        ASSERT_EQ(QelSetCamera(h, eye, centre, up), 0);
+        Shot shot(h);
+        // A single column has no faces to draw; two or more make a surface.
+        if (width > 1) {
+            EXPECT_GT(shot.countUnlike(0, 0, 0), 20) << "width " << width << " draws";
+        }
+        QelRangeImage finished;
+        ASSERT_EQ(QelFinishDataStream(h, id, &finished), 0);
+        ASSERT_EQ(finished.Width(), width);
+        ASSERT_EQ(finished.Height(), kLines);
+        EXPECT_EQ(std::memcmp(finished.Data(), samples.data(), samples.size() * 2), 0) << width;
+    }
+    ASSERT_EQ(QelSetSamplingRatio(h, 4), 0);
+    const long id = QelInitialRangeImage(h, QEL_16U, 4, 8, 1, 0, 1, 0, 1, 0, -1e9, 1e9, 1);
+    std::vector<std::uint16_t> line(4, 1000);
+    std::vector<unsigned char> grey(4, 200);
+    EXPECT_EQ(QelAppendDataStream(h, id, line.data(), grey.data(), QEL_16U, 0, 1), 11501016);
 }

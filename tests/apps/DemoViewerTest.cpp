@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 
 #include <QImage>
+#include <QRect>
 #include <fstream>
 #include <sstream>
 
@@ -128,4 +129,58 @@ TEST(DemoViewer, ScanStreamsTheSampleAndSavesHalfWayAndAtTheEnd) {
     };
     EXPECT_LT(covered(half), covered(end) * 0.85);
     EXPECT_GT(covered(half), covered(end) * 0.3);
+}
+
+TEST(DemoViewer, AGeoreferencedTileFillsTheViewAndAScanIsSeenFromItsSensor) {
+    // An airborne tile in map metres whose header puts the viewpoint at the
+    // origin, 5,400 km away: framed as any cloud, not from the origin.
+    TempDir dir;
+    std::ostringstream tile;
+    constexpr int kSide = 60;
+    tile << "# .PCD v0.7\nVERSION 0.7\nFIELDS x y z\nSIZE 4 4 4\nTYPE F F F\nCOUNT 1 1 1\n"
+         << "WIDTH " << kSide * kSide << "\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS "
+         << kSide * kSide << "\nDATA ascii\n";
+    for (int i = 0; i < kSide; ++i)
+        for (int j = 0; j < kSide; ++j)
+            tile << 512000 + 4 * i << ' ' << 5403000 + 4 * j << ' ' << 300 + (i * j) % 17 << '\n';
+    const std::string path = dir.write("tile.pcd", tile.str());
+    const std::string shot = dir.file("tile.png");
+    const DemoRun run = demo(
+        dir, "--size 640,480 --no-axis --no-legend --screenshot '" + shot + "' '" + path + "'");
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    const QImage window(QString::fromStdString(shot));
+    if (const char* keep = std::getenv("QEL_TEST_IMAGE_DIR"))
+        window.save(QString(keep) + "/demo-georeferenced-tile.png");
+    ASSERT_FALSE(window.isNull());
+    // The width of what the view shows (below the tool bar, above the
+    // status line): a dot would be a pixel or two.
+    auto litBox = [&](const QImage& image) {
+        QRect box;
+        for (int y = 60; y < image.height() - 30; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qGray(image.pixel(x, y)) > 30) box |= QRect(x, y, 1, 1);
+        return box;
+    };
+    EXPECT_GT(litBox(window).width(), 640 / 5);
+
+    // A scan whose sensor stood at its viewpoint (a stereo camera's cloud in
+    // front of it, along +z) is framed from there, and fills the view too.
+    std::ostringstream near;
+    near << "# .PCD v0.7\nVERSION 0.7\nFIELDS x y z\nSIZE 4 4 4\nTYPE F F F\nCOUNT 1 1 1\n"
+         << "WIDTH " << kSide * kSide << "\nHEIGHT 1\nVIEWPOINT 10 0 0 1 0 0 0\nPOINTS "
+         << kSide * kSide << "\nDATA ascii\n";
+    for (int i = 0; i < kSide; ++i)
+        for (int j = 0; j < kSide; ++j)
+            near << 10 + 0.02 * (i - kSide / 2) << ' ' << 0.02 * (j - kSide / 2) << ' '
+                 << 3.0 + 0.001 * ((i * j) % 17) << '\n';
+    const std::string nearPath = dir.write("near.pcd", near.str());
+    const DemoRun seen = demo(
+        dir, "--size 640,480 --no-axis --no-legend --screenshot '" + shot + "' '" + nearPath + "'");
+    ASSERT_EQ(seen.exitCode, 0) << seen.err;
+    if (const char* keep = std::getenv("QEL_TEST_IMAGE_DIR"))
+        QImage(QString::fromStdString(shot)).save(QString(keep) + "/demo-sensor-scan.png");
+    // Seen face on from its sensor: the square patch is as tall as wide.
+    const QRect faceOn = litBox(QImage(QString::fromStdString(shot)));
+    EXPECT_GT(faceOn.width(), 640 / 5);
+    EXPECT_NEAR(faceOn.height(), faceOn.width(), faceOn.width() / 10);
 }

@@ -8,6 +8,7 @@
 #include <osgGA/EventQueue>
 
 #include "MRenderer.h"
+#include "PixelRatio.h"
 
 namespace {
 
@@ -57,11 +58,13 @@ TEST(InputTranslation, ModifiersButtonsAndPixelRatio) {
     EXPECT_EQ(MRenderer::modifierMask(Qt::MetaModifier), 0);
     EXPECT_EQ(MRenderer::mouseButton(Qt::BackButton), 0);
 
+    // Sizes in device pixels; events in logical ones, scaled to device.
     MRenderer r;
-    r.setup(100, 50, 2.0f);
+    r.setup(200, 100, 2.0f);
     const osg::Viewport* viewport = r.getCamera()->getViewport();
     EXPECT_EQ(viewport->width(), 200);
     EXPECT_EQ(viewport->height(), 100);
+    EXPECT_EQ(PixelRatio::of(r.getCamera()), 2.0f) << "what draws in the window reads the ratio";
     QMouseEvent press(QEvent::MouseButtonPress, QPointF(10, 20), Qt::RightButton, Qt::RightButton,
                       Qt::ControlModifier);
     r.mousePressEvent(&press);
