@@ -145,6 +145,44 @@ TEST_F(QtHost, TheViewFillsItsContainerAndFollowsIt) {
     EXPECT_TRUE(container->layout() == nullptr) << "the host's widgets are left as they were";
 }
 
+namespace {
+
+// Counts the paints of a widget; each paint draws one frame.
+class PaintCounter : public QObject {
+public:
+    int paints = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+}  // namespace
+
+TEST_F(QtHost, EachResizeDrawsOneFrameAndNothingFollows) {
+    ASSERT_EQ(QelCreate3DWnd(static_cast<void*>(container), &h), 0);
+    QelPointCloud cloud = square();
+    ASSERT_GE(QelDisplayPointCloud(h, cloud), 1);
+    settle();
+    QWidget* drawing = nullptr;
+    for (QWidget* w : reinterpret_cast<QWidget*>(h)->findChildren<QWidget*>())
+        if (w->inherits("MOpenglWidget")) drawing = w;
+    ASSERT_NE(drawing, nullptr);
+    PaintCounter counter;
+    drawing->installEventFilter(&counter);
+    // A drag of the main window's edge: eight sizes, events handled between.
+    for (int step = 1; step <= 8; ++step) {
+        main.resize(800 + 25 * step, 600 + 10 * step);
+        settle();
+    }
+    EXPECT_LE(counter.paints, 8) << "one frame a resize at most";
+    EXPECT_GE(counter.paints, 1);
+    const int afterDrag = counter.paints;
+    settle();
+    EXPECT_EQ(counter.paints, afterDrag) << "no frames once the drag stops";
+    drawing->removeEventFilter(&counter);
+}
+
 TEST_F(QtHost, AWindowInAHiddenTabIsRightWhenItsTabIsShown) {
     auto* tabs = new QTabWidget;
     auto* first = new QWidget;
