@@ -180,11 +180,9 @@ void MRenderer::setup(int width, int height, float pixelRatio) {
 
 void MRenderer::resize(int width, int height, float pixelRatio) {
     if (!initialized_) return;
-    if (pixelRatio != pixelRatio_) {
-        applyPixelRatio(pixelRatio);
-        // Attributes the state thinks applied were applied at the old ratio.
-        graphicsWindow_->getState()->dirtyAllAttributes();
-    }
+    // The next frame applies every size at the new ratio: the state applies
+    // each stateset's attributes anew every frame.
+    if (pixelRatio != pixelRatio_) applyPixelRatio(pixelRatio);
     graphicsWindow_->resized(0, 0, width, height);
     graphicsWindow_->getEventQueue()->windowResize(0, 0, width, height, queue()->getTime());
     updateParent();
