@@ -189,7 +189,8 @@ public:
     void setPointBudget(long budget);
     long pointBudget() const { return pointBudget_; }
     bool isMoving() const { return moving_; }
-    // The budget for the frame being drawn (0: every point).
+    // The budget for the frame being drawn (0: every point), divided by the
+    // view's device pixel ratio.
     unsigned int effectiveBudget() const;
 
     // Renders one frame and returns it (initialising the viewer first).

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <osgViewer/Viewer>
 
+#include "MRenderer.h"
 #include "OSGDataManager.h"
 #include "OSGPointCloud.h"
 #include "PointPicker.h"
@@ -140,4 +141,19 @@ TEST(PointBudget, TheWheelSettlesOnceAfterItsLastStep) {
     EXPECT_FALSE(view->isMoving());
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
+}
+
+TEST(PointBudget, AHighDensityViewDividesTheBudgetByItsRatio) {
+    // Each point covers ratio^2 device pixels there; the budget shrinks by
+    // the ratio so a frame in motion stays as quick.
+    auto view = makeView(300, 300);
+    view->setPointBudget(5000);
+    view->setMoving(true);
+    EXPECT_EQ(view->effectiveBudget(), 5000u);
+    view->osgWidget()->renderer()->resize(600, 600, 2.0f);
+    EXPECT_EQ(view->effectiveBudget(), 2500u);
+    view->osgWidget()->renderer()->resize(450, 450, 1.5f);
+    EXPECT_EQ(view->effectiveBudget(), 3334u);
+    view->setMoving(false);
+    EXPECT_EQ(view->effectiveBudget(), 0u) << "a still frame draws every point";
 }
