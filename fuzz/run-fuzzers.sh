@@ -8,7 +8,7 @@ seconds=${1:-20}
 build=${QEL_FUZZ_BUILD_DIR:-$root/build-fuzz}
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DQEL_BUILD_FUZZ=ON -DQEL_BUILD_TESTS=OFF -DQEL_BUILD_BENCH=OFF -DQEL_SANITIZE=address,undefined
-targets=$(for f in ply stl obj off pcd xyz csv png tif; do printf -- "--target fuzz_%s " "$f"; done)
+targets=$(for f in ply stl obj off pcd xyz csv png tif bmp jpg; do printf -- "--target fuzz_%s " "$f"; done)
 # shellcheck disable=SC2086
 cmake --build "$build" $targets
 # Keeps OpenCV from allocating huge images for headers that claim them.
