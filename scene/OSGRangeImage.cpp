@@ -11,6 +11,7 @@
 #include "RangePixelReader.h"
 #include "ScaledLineWidth.h"
 #include "ScaledPoint.h"
+#include "StatusCodes.h"
 
 namespace {
 constexpr unsigned int kNoVertex = 0xFFFFFFFFu;
@@ -61,7 +62,7 @@ long OSGRangeImage::buildGeometry() {
         levelTransforms_[i] = new osg::MatrixTransform;
         levelVertices_[i] = new osg::Vec3Array;
         levelColours_[i] = new osg::Vec4Array;
-        if (!buildVertices(level)) return 11100001;
+        if (!buildVertices(level)) return QelStatus::kRangeImageEmpty;
         g->setUseDisplayList(false);
         g->setUseVertexBufferObjects(true);
         g->setUseVertexArrayObject(true);

@@ -5,10 +5,9 @@
 #include <cstring>
 
 #include "SamplingStep.h"
+#include "StatusCodes.h"
 
 namespace {
-constexpr long kNoSamples = 11100001;
-constexpr long kNoLevels = 11100027;
 
 int cvTypeOf(int dataType) {
     switch (dataType) {
@@ -61,7 +60,7 @@ long QelLOD::buildLevels(const QelRangeImage& image, std::vector<QelRangeImage>&
     columnMaps.assign(1, cv::Mat());
     rowMaps.assign(1, cv::Mat());
     const int w = image.Width(), h = image.Height();
-    if (double(w) * h == 0) return kNoSamples;
+    if (double(w) * h == 0) return QelStatus::kRangeImageEmpty;
     const int s = effectiveStep();
     const int rows = sampledCount(h, s), cols = sampledCount(w, s);
     const int dt = image.DataType();
@@ -120,14 +119,14 @@ void QelLOD::decimateColours(const QelColorArray& colours,
 long QelLOD::assemble(const std::vector<osg::ref_ptr<osg::Geometry>>& geometries,
                       const std::vector<osg::ref_ptr<osg::MatrixTransform>>& transforms) {
     const size_t levels = std::min(geometries.size(), transforms.size());
-    if (levels == 0) return kNoLevels;
+    if (levels == 0) return QelStatus::kNoLevels;
     lod_->setRangeMode(osg::LOD::DISTANCE_FROM_EYE_POINT);
     const float d = switchDistance_;
     for (size_t i = 0; i < levels; ++i) {
         transforms[i]->addChild(geometries[i].get());
         const float from = levels == 1 ? 0.0f : d * i;
         const float to = (i + 1 == levels) ? FLT_MAX : d * (i + 1);
-        if (!lod_->addChild(transforms[i].get(), from, to)) return kNoLevels;
+        if (!lod_->addChild(transforms[i].get(), from, to)) return QelStatus::kNoLevels;
     }
     return 0;
 }

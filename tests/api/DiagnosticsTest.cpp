@@ -36,7 +36,7 @@ void capture(QtMsgType, const QMessageLogContext& context, const QString& messag
 
 TEST(Diagnostics, EveryStatusCodeHasItsOwnText) {
     const QSet<long> codes =
-        codesNamedIn("api/StatusCodes.h") | codesNamedIn("include/QelDataStatus.h");
+        codesNamedIn("core/StatusCodes.h") | codesNamedIn("include/QelDataStatus.h");
     ASSERT_GT(codes.size(), 30);
     const std::string unknown = QelGetStatusText(-12345);
     QSet<QString> texts;
