@@ -1,18 +1,12 @@
 #include "Qel3DGraphicsPrivate.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
-#include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <exception>
 
 #include "ColorMapIndex.h"
 #include "GLViewer.h"
@@ -22,87 +16,19 @@
 #include "PaintWidget.h"
 #include "PointPicker.h"
 #include "PropertyDlg.h"
-#include "Qel3DFileOperation.h"
 #include "QelColorBarDialog.h"
 #include "QelImage.h"
 #include "QelOSGWidget.h"
 #include "QelPoint.h"
-#include "QelPointCloud.h"
-#include "QelRangeImage.h"
-#include "QelTriangleMesh.h"
 #include "QelVar.h"
 #include "QelVector3d.h"
 #include "ShaderADS.h"
 #include "StatusCodes.h"
 #include "TextLimit.h"
-#include "ViewerManipulator.h"
 
 namespace {
 
-const char* const kToolBarStyle =
-    "QToolBar{background-color: rgba(255,255,255,255);}QMenu::icon { padding-left: 15px;}"
-    "QMenu::item{ padding-left: 30px;}QToolButton{border-radius: 4px;border-image: "
-    "url(:/Icons/bg-default.png);}QToolButton:hover{border-image: "
-    "url(:/Icons/bg-hover.png);}QToolButton:checked{border-image: "
-    "url(:/Icons/bg-selected.png);}QToolButton:pressed{border-image: "
-    "url(:/Icons/bg-selected.png);}";
-
-const char* const kImportFilter =
-    "RangeImage Files (*.srt *.png *.jpg *.bmp *.ecd *.csv *.mri *.tif *.jxr);;PointCloud File "
-    "(*.spt *.pcd *.txt *.asc *.obj *.ply *.xyz *.xyzn *.xyzrgb);;TriangleMesh Files (*.stmt "
-    "*.obj *.off *.ply *.stl)";
-
 const char* const kScreenShotFilter = "BMP File (*.bmp);;PNG File (*.png);;JPG File (*.jpg)";
-
-// The tool-bar bits of the toolbar-visibility call, with the action texts
-// they show or hide.
-struct MaskBit {
-    unsigned long bit;
-    const char* texts[7];
-};
-const MaskBit kMaskBits[] = {
-    {0x80000000, {"Import image"}},
-    {0x20000000, {"Render Points"}},
-    {0x10000000, {"Render Edges"}},
-    {0x08000000, {"Render Faces"}},
-    {0x00000002, {"Change render color mode"}},
-    {0x04000000, {"Set Point Size and Line Width"}},
-    {0x02000000, {"Toggle Axis"}},
-    {0x00800000, {"Change Background Color"}},
-    {0x00010000,
-     {"Front View", "Back View", "Left View", "Right View", "Top View", "Bottom View",
-      "Oblique View"}},
-    {0x00002000, {"Show Color Bar"}},
-    {0x00040000, {"Toggle Light"}},
-    {0x00020000, {}},
-    {0x00008000, {"Clear Mesh"}},
-    {0x00004000, {"Save Screen"}},
-    {0x00001000, {"Show Bounding Box"}},
-    {0x00000800, {"Reset View"}},
-    {0x00000010, {"Oblique View"}},
-    {0x00000020, {"Top View"}},
-    {0x00000040, {"Bottom View"}},
-    {0x00000080, {"Left View"}},
-    {0x00000100, {"Right View"}},
-    {0x00000200, {"Front View"}},
-    {0x00000400, {"Back View"}},
-    {0x00400000, {"Draw lasso"}},
-    {0x00200000, {"Select point"}},
-};
-constexpr unsigned long kStandardToolBar = 0xBE87F802;
-
-enum class FileKind { None, Mesh, PointCloud, RangeImage };
-
-FileKind kindOfSuffix(const QString& suffix) {
-    static const QStringList mesh{"stl", "obj", "off", "ply", "stmt"};
-    static const QStringList cloud{"xyzn", "xyzrgb", "txt", "asc", "xyz", "spt", "pcd"};
-    static const QStringList range{"png", "jpg", "bmp", "gif", "srt",
-                                   "ecd", "csv", "mri", "tif", "jxr"};
-    if (mesh.contains(suffix)) return FileKind::Mesh;
-    if (cloud.contains(suffix)) return FileKind::PointCloud;
-    if (range.contains(suffix)) return FileKind::RangeImage;
-    return FileKind::None;
-}
 
 }  // namespace
 
@@ -165,106 +91,6 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
 
 Qel3DGraphicsPrivate::~Qel3DGraphicsPrivate() = default;
 
-QAction* Qel3DGraphicsPrivate::addAction(const char* icon, const QString& text, bool checkable,
-                                         bool checked) {
-    auto* action =
-        icon ? new QAction(QIcon(QString(":/Icons/") + icon), text, this) : new QAction(text, this);
-    action->setToolTip(text);
-    action->setCheckable(checkable);
-    action->setChecked(checked);
-    actions_.append(action);
-    return action;
-}
-
-void Qel3DGraphicsPrivate::buildToolBar() {
-    toolBar_ = new QToolBar("Tool Bar", this);
-    toolBar_->setIconSize(QSize(36, 36));
-    toolBar_->setStyleSheet(kToolBarStyle);
-    toolBarLayout_ = new QHBoxLayout;
-    toolBarLayout_->setSpacing(0);
-    toolBarLayout_->setContentsMargins(0, 0, 0, 0);
-    toolBarLayout_->addWidget(toolBar_);
-    layout_->insertLayout(0, toolBarLayout_);
-
-    using Self = Qel3DGraphicsPrivate;
-    auto slot = [this](QAction* action, void (Self::*method)()) {
-        connect(action, &QAction::triggered, this, method);
-        return action;
-    };
-    toolBar_->addAction(
-        slot(addAction("open.png", "Import image", false, false), &Self::slt_importData));
-    toolBar_->addAction(
-        slot(addAction("screenshot.png", "Save Screen", false, false), &Self::slt_screenShot));
-    toolBar_->addAction(
-        slot(addAction("points.png", "Render Points", true, false), &Self::slt_displayPointMode));
-    toolBar_->addAction(
-        slot(addAction("edges.png", "Render Edges", true, false), &Self::slt_displayLineMode));
-    toolBar_->addAction(
-        slot(addAction("faces.png", "Render Faces", true, true), &Self::slt_displayFaceMode));
-    toolBar_->addSeparator();
-    QAction* property = addAction("pointsize.png", "Set Property", false, false);
-    property->setText("Set Point Size and Line Width");
-    property->setToolTip("Set Point Size and Line Width");
-    toolBar_->addAction(slot(property, &Self::slt_displayPropertyDlg));
-    QAction* colorBar = addAction("colorbar.png", "Show Color Bar", true, false);
-    connect(colorBar, &QAction::toggled, this, &Self::slt_showColorBar);
-    toolBar_->addAction(colorBar);
-    toolBar_->addAction(
-        slot(addAction("lights.png", "Toggle Light", true, true), &Self::slt_toggleLight));
-    QAction* axis = addAction("coord.png", "Toggle Axis", true, false);
-    connect(axis, &QAction::toggled, viewer_, &GLViewer::setAxisVisible);
-    toolBar_->addAction(axis);
-    QAction* bbox = addAction("bbox.png", "Show Bounding Box", true, false);
-    connect(bbox, &QAction::toggled, this, &Self::slt_displayBoundingBox);
-    toolBar_->addAction(bbox);
-    toolBar_->addSeparator();
-    QAction* reset = addAction("zoomfit.png", "Reset View", false, false);
-    connect(reset, &QAction::triggered, this, [this] { viewer_->zoomFit(); });
-    toolBar_->addAction(reset);
-    viewGroup_ = new QActionGroup(this);
-    viewGroup_->setExclusive(true);
-    const struct {
-        const char* icon;
-        const char* text;
-        void (Self::*method)();
-    } views[] = {{"oblique.png", "Oblique View", &Self::slt_moveToObliqueView},
-                 {"up.png", "Top View", &Self::slt_moveToTopView},
-                 {"down.png", "Bottom View", &Self::slt_moveToBottomView},
-                 {"left.png", "Left View", &Self::slt_moveToLeftView},
-                 {"right.png", "Right View", &Self::slt_moveToRightView},
-                 {"front.png", "Front View", &Self::slt_moveToFrontView},
-                 {"back.png", "Back View", &Self::slt_moveToBackView}};
-    for (const auto& view : views) {
-        QAction* action = slot(addAction(view.icon, view.text, true, false), view.method);
-        viewGroup_->addAction(action);
-        toolBar_->addAction(action);
-    }
-    toolBar_->addSeparator();
-    toolBar_->addAction(
-        slot(addAction("erase.png", "Clear Mesh", false, false), &Self::slt_cleanScene));
-    toolBar_->addSeparator();
-    toolBar_->addAction(slot(addAction("bg_color.png", "Change Background Color", false, false),
-                             &Self::slt_setBackgroundcolor));
-    toolBar_->addAction(slot(addAction("3D.png", "Change render color mode", true, false),
-                             &Self::slt_changedRenderColor));
-
-    // At the end, hidden until a host shows them through the tool-bar mask.
-    QAction* lasso = addAction("lasso.png", "Draw lasso", true, false);
-    lasso->setVisible(false);
-    connect(lasso, &QAction::triggered, this, &Self::slt_drawLasso);
-    toolBar_->addAction(lasso);
-    QAction* select = addAction("pick.png", "Select point", true, false);
-    select->setVisible(false);
-    connect(select, &QAction::triggered, this, &Self::slt_selectPoint);
-    toolBar_->addAction(select);
-}
-
-QAction* Qel3DGraphicsPrivate::action(const QString& text) const {
-    for (QAction* a : actions_)
-        if (a->text() == text) return a;
-    return nullptr;
-}
-
 void Qel3DGraphicsPrivate::setWindowNumber(int number, bool visible) {
     if (visible) {
         const QString digits = QString::number(number);
@@ -313,26 +139,6 @@ void Qel3DGraphicsPrivate::moveMessageText(const QelPoint& position) {
         return v > 0 ? static_cast<int>(std::min(v, double(std::max(size - 1, 0)))) : 0;
     };
     message_->move(inside(position.x, viewer_->width()), inside(position.y, viewer_->height()));
-}
-
-long Qel3DGraphicsPrivate::setToolbarMask(long mask, bool visible) {
-    unsigned long bits = static_cast<unsigned long>(mask) & 0xFFFFFFFFul;
-    if (bits == 1) bits = kStandardToolBar;
-    bool recognised = false;
-    for (const MaskBit& entry : kMaskBits)
-        recognised = recognised || (bits & entry.bit);
-    if (!recognised) return QelStatus::argument(2);
-    for (const MaskBit& entry : kMaskBits) {
-        if (!(bits & entry.bit)) continue;
-        for (const char* text : entry.texts)
-            if (text)
-                if (QAction* a = action(text)) a->setVisible(visible);
-    }
-    return 0;
-}
-
-void Qel3DGraphicsPrivate::setToolbarVisible(bool visible) {
-    toolBar_->setVisible(visible);
 }
 
 void Qel3DGraphicsPrivate::setStatusbarVisible(bool visible) {
@@ -534,116 +340,4 @@ void Qel3DGraphicsPrivate::slt_moveToLeftView() {
 }
 void Qel3DGraphicsPrivate::slt_moveToRightView() {
     moveToView(5);
-}
-
-void Qel3DGraphicsPrivate::registerSelectPoint(long long handle, QelSelectPointCallback callback,
-                                               void* user) {
-    if (!selectPoint_) selectPoint_ = std::make_unique<SelectPointRecord>();
-    *selectPoint_ = SelectPointRecord{handle, user, callback};
-}
-
-void Qel3DGraphicsPrivate::slt_selectPoint() {
-    setTool(action("Select point")->isChecked() ? Tool::Pick : Tool::None);
-}
-
-void Qel3DGraphicsPrivate::slt_drawLasso() {
-    setTool(action("Draw lasso")->isChecked() ? Tool::Lasso : Tool::None);
-}
-
-void Qel3DGraphicsPrivate::setTool(Tool tool) {
-    action("Select point")->setChecked(tool == Tool::Pick);
-    action("Draw lasso")->setChecked(tool == Tool::Lasso);
-    viewer_->setPickMode(tool == Tool::Pick);
-    // The lasso layer takes the mouse from the view while it is on; its
-    // outline stays for the selection call after the tool is off.
-    const bool lasso = tool == Tool::Lasso;
-    paint_->setDrawingEnabled(lasso);
-    paint_->setVisible(lasso);
-    if (lasso) {
-        paint_->setGeometry(viewer_->rect());
-        paint_->raise();
-        colorBar_->raise();
-        paint_->setFocus();
-    }
-}
-
-bool Qel3DGraphicsPrivate::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == viewer_ && event->type() == QEvent::Resize) paint_->setGeometry(viewer_->rect());
-    if (event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
-        (action("Select point")->isChecked() || action("Draw lasso")->isChecked())) {
-        setTool(Tool::None);
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
-    if (!selectPoint_ || !selectPoint_->callback) return;
-    QelVector3d point(x, y, z);
-    selectPoint_->callback(selectPoint_->handle, point, selectPoint_->user);
-}
-
-long Qel3DGraphicsPrivate::selectByLasso(QelPointCloud* out, bool remove) {
-    bool used = false;
-    const long status =
-        viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
-    if (used) paint_->clear();
-    return status;
-}
-
-long Qel3DGraphicsPrivate::selectByLasso(QelRangeImage* out, bool remove) {
-    bool used = false;
-    const long status =
-        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
-    if (used) paint_->clear();
-    return status;
-}
-
-void Qel3DGraphicsPrivate::slt_importData() {
-    const QString path = QFileDialog::getOpenFileName(this, "Import", QString(), kImportFilter,
-                                                      nullptr, QFileDialog::DontUseNativeDialog);
-    if (!path.isEmpty()) importFile(path);
-}
-
-void Qel3DGraphicsPrivate::warnLoadFailed() {
-    QMessageBox::warning(this, "Warning", "load file failed", QMessageBox::Ok);
-}
-
-bool Qel3DGraphicsPrivate::importFile(const QString& path) {
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    const FileKind kind = kindOfSuffix(suffix);
-    if (kind == FileKind::None) return false;
-    const std::wstring wide = path.toStdWString();
-    QelVar file(wide.c_str());
-    QELMV::Qel3DFileOperation loader;
-    long status = 0;
-    try {
-        if (kind == FileKind::RangeImage) {
-            QelRangeImage image;
-            if (suffix == "ecd")
-                status = loader.Load(&image, file, 1.0, 1.0, 1.0);
-            else if (suffix == "gif")
-                status = image.Load(wide.c_str(), 1.0, 0.0) ? 0 : 1;
-            else
-                status = loader.Load(&image, file, true);
-            if (status == 0) status = viewer_->displayRangeImage(image) >= 11000000 ? 1 : 0;
-        } else {
-            // A mesh file that holds no mesh (a PLY or OBJ of vertices only)
-            // is tried again as a point cloud.
-            QelTriangleMesh mesh;
-            status = kind == FileKind::Mesh ? loader.Load(&mesh, file, true, true) : 1;
-            if (status == 0) {
-                status = viewer_->addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
-            } else {
-                QelPointCloud cloud;
-                status = loader.Load(&cloud, file, true, true);
-                if (status == 0) status = viewer_->addPointCloud(cloud) >= 11000000 ? 1 : 0;
-            }
-        }
-    } catch (const std::exception&) {
-        status = 1;
-    }
-    if (status != 0) warnLoadFailed();
-    return status == 0;
 }

@@ -1,0 +1,78 @@
+// The window's two tools over the view: "Select point", which reports the
+// picked point to the host's callback, and "Draw lasso", whose outline
+// selects from the last render object. One is on at a time.
+#include <QAction>
+#include <QEvent>
+#include <QKeyEvent>
+
+#include "GLViewer.h"
+#include "PaintWidget.h"
+#include "Qel3DGraphicsPrivate.h"
+#include "QelColorBarDialog.h"
+#include "QelPointCloud.h"
+#include "QelRangeImage.h"
+#include "QelVector3d.h"
+
+void Qel3DGraphicsPrivate::registerSelectPoint(long long handle, QelSelectPointCallback callback,
+                                               void* user) {
+    if (!selectPoint_) selectPoint_ = std::make_unique<SelectPointRecord>();
+    *selectPoint_ = SelectPointRecord{handle, user, callback};
+}
+
+void Qel3DGraphicsPrivate::slt_selectPoint() {
+    setTool(action("Select point")->isChecked() ? Tool::Pick : Tool::None);
+}
+
+void Qel3DGraphicsPrivate::slt_drawLasso() {
+    setTool(action("Draw lasso")->isChecked() ? Tool::Lasso : Tool::None);
+}
+
+void Qel3DGraphicsPrivate::setTool(Tool tool) {
+    action("Select point")->setChecked(tool == Tool::Pick);
+    action("Draw lasso")->setChecked(tool == Tool::Lasso);
+    viewer_->setPickMode(tool == Tool::Pick);
+    // The lasso layer takes the mouse from the view while it is on; its
+    // outline stays for the selection call after the tool is off.
+    const bool lasso = tool == Tool::Lasso;
+    paint_->setDrawingEnabled(lasso);
+    paint_->setVisible(lasso);
+    if (lasso) {
+        paint_->setGeometry(viewer_->rect());
+        paint_->raise();
+        colorBar_->raise();
+        paint_->setFocus();
+    }
+}
+
+bool Qel3DGraphicsPrivate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == viewer_ && event->type() == QEvent::Resize) paint_->setGeometry(viewer_->rect());
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
+        (action("Select point")->isChecked() || action("Draw lasso")->isChecked())) {
+        setTool(Tool::None);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
+    if (!selectPoint_ || !selectPoint_->callback) return;
+    QelVector3d point(x, y, z);
+    selectPoint_->callback(selectPoint_->handle, point, selectPoint_->user);
+}
+
+long Qel3DGraphicsPrivate::selectByLasso(QelPointCloud* out, bool remove) {
+    bool used = false;
+    const long status =
+        viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    if (used) paint_->clear();
+    return status;
+}
+
+long Qel3DGraphicsPrivate::selectByLasso(QelRangeImage* out, bool remove) {
+    bool used = false;
+    const long status =
+        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    if (used) paint_->clear();
+    return status;
+}
