@@ -78,6 +78,13 @@ inline QWidget* windowWidget(long long handle) {
     return reinterpret_cast<QWidget*>(handle);
 }
 
+// The first widget of a class inside the window.
+inline QWidget* childOfClass(long long handle, const char* className) {
+    for (QWidget* w : windowWidget(handle)->findChildren<QWidget*>())
+        if (w->inherits(className)) return w;
+    return nullptr;
+}
+
 inline QLabel* statusLabel(long long handle) {
     // The status line is the label laid out directly in the window.
     for (QLabel* label :

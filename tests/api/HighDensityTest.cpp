@@ -23,18 +23,6 @@ double expectedRatio() {
     return factor.isEmpty() ? 1.0 : factor.toDouble();
 }
 
-QWidget* drawingWidget(long long h) {
-    for (QWidget* w : windowWidget(h)->findChildren<QWidget*>())
-        if (w->inherits("MOpenglWidget")) return w;
-    return nullptr;
-}
-
-QWidget* lassoLayer(long long h) {
-    for (QWidget* w : windowWidget(h)->findChildren<QWidget*>())
-        if (w->inherits("PaintWidget")) return w;
-    return nullptr;
-}
-
 void mouse(QWidget* w, QEvent::Type type, QPointF at) {
     const Qt::MouseButtons held =
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
@@ -129,7 +117,7 @@ TEST_F(HighDensity, TheFrameHoldsTheWholeViewInDevicePixels) {
     const Shot shot(h);
     ASSERT_EQ(shot.status, 0);
     shot.keep("high-density-square");
-    QWidget* view = drawingWidget(h);
+    QWidget* view = childOfClass(h, "MOpenglWidget");
     ASSERT_NE(view, nullptr);
     // Device pixels: the view's logical size times the ratio; it spans the
     // host window's width, which is given in X (device) pixels.
@@ -222,7 +210,7 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     ASSERT_EQ(QelRegisterSelectPointEvent(h, onPick, &picked), 0);
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00200000L, true), 0);
     press(h, "Select point");
-    QWidget* view = drawingWidget(h);
+    QWidget* view = childOfClass(h, "MOpenglWidget");
     mouse(view, QEvent::MouseButtonPress, at);
     mouse(view, QEvent::MouseButtonRelease, at);
     for (int i = 0; i < 5; ++i) {
@@ -239,7 +227,7 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     // selects the points with x < 0, and only those.
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00400000L, true), 0);
     press(h, "Draw lasso");
-    QWidget* layer = lassoLayer(h);
+    QWidget* layer = childOfClass(h, "PaintWidget");
     ASSERT_NE(layer, nullptr);
     const double w = layer->width(), ht = layer->height();
     const QPointF loop[] = {{2, 2}, {w / 2 - 1, 2}, {w / 2 - 1, ht - 2}, {2, ht - 2}};

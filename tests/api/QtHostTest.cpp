@@ -82,9 +82,10 @@ QelPointCloud square() {
     return cloud;
 }
 
-QWidget* viewOf(long long h) {
+// The first widget of a class inside the window.
+QWidget* childOfClass(long long h, const char* className) {
     for (QWidget* w : reinterpret_cast<QWidget*>(h)->findChildren<QWidget*>())
-        if (w->inherits("GLViewer")) return w;
+        if (w->inherits(className)) return w;
     return nullptr;
 }
 
@@ -95,7 +96,7 @@ void expectCentred(long long h, const char* when) {
     ASSERT_EQ(QelSetPerspective(h, QEL_3D_VIEW_TOP), 0);
     ASSERT_EQ(Qel3DZoomFitWnd(h), 0);
     const Drawn d = drawn(h);
-    QWidget* view = viewOf(h);
+    QWidget* view = childOfClass(h, "GLViewer");
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(d.size, view->size() * view->devicePixelRatioF()) << when;
     EXPECT_NEAR(d.centre.x(), d.size.width() / 2.0, 4) << when;
@@ -164,9 +165,7 @@ TEST_F(QtHost, EachResizeDrawsOneFrameAndNothingFollows) {
     QelPointCloud cloud = square();
     ASSERT_GE(QelDisplayPointCloud(h, cloud), 1);
     settle();
-    QWidget* drawing = nullptr;
-    for (QWidget* w : reinterpret_cast<QWidget*>(h)->findChildren<QWidget*>())
-        if (w->inherits("MOpenglWidget")) drawing = w;
+    QWidget* drawing = childOfClass(h, "MOpenglWidget");
     ASSERT_NE(drawing, nullptr);
     PaintCounter counter;
     drawing->installEventFilter(&counter);

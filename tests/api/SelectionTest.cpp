@@ -33,12 +33,6 @@ void onPick(long long window, QelVector3d& point, void* user) {
     picked->points.push_back(point);
 }
 
-QWidget* childOfClass(long long h, const char* name) {
-    for (QWidget* w : windowWidget(h)->findChildren<QWidget*>())
-        if (w->inherits(name)) return w;
-    return nullptr;
-}
-
 QWidget* view(long long h) {
     return childOfClass(h, "MOpenglWidget");
 }
