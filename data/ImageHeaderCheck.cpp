@@ -23,14 +23,30 @@ bool startsWith(const std::uint8_t* head, std::size_t size, const char* magic, s
 
 }  // namespace
 
+ImageHeaderCheck::Format ImageHeaderCheck::formatOf(const std::uint8_t* head,
+                                                    std::size_t headSize) {
+    if (startsWith(head, headSize, "\x89PNG\r\n\x1a\n", 8)) return Format::Png;
+    if (startsWith(head, headSize, "II*\0", 4) || startsWith(head, headSize, "MM\0*", 4))
+        return Format::Tiff;
+    if (startsWith(head, headSize, "BM", 2)) return Format::Bmp;
+    if (startsWith(head, headSize, "\xff\xd8\xff", 3)) return Format::Jpeg;
+    return Format::None;
+}
+
 bool ImageHeaderCheck::plausible(const std::uint8_t* head, std::size_t headSize,
                                  std::uint64_t fileSize) {
-    if (startsWith(head, headSize, "\x89PNG\r\n\x1a\n", 8)) return png(head, headSize);
-    if (startsWith(head, headSize, "II*\0", 4) || startsWith(head, headSize, "MM\0*", 4))
-        return tiff(head, headSize, fileSize);
-    if (startsWith(head, headSize, "BM", 2)) return bmp(head, headSize, fileSize);
-    if (startsWith(head, headSize, "\xff\xd8\xff", 3)) return jpeg(head, headSize);
-    return false;
+    switch (formatOf(head, headSize)) {
+        case Format::Png:
+            return png(head, headSize);
+        case Format::Tiff:
+            return tiff(head, headSize, fileSize);
+        case Format::Bmp:
+            return bmp(head, headSize, fileSize);
+        case Format::Jpeg:
+            return jpeg(head, headSize);
+        default:
+            return false;
+    }
 }
 
 // The signature is followed by the IHDR chunk: length 13, then width and

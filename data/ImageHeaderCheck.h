@@ -11,6 +11,10 @@ namespace qel {
 // cannot be right is refused before the rest of it is read.
 class ImageHeaderCheck {
 public:
+    // The four formats whose decoders are ever handed a file.
+    enum class Format { None, Png, Tiff, Bmp, Jpeg };
+    // The format the first bytes' signature names.
+    static Format formatOf(const std::uint8_t* head, std::size_t headSize);
     static bool plausible(const std::uint8_t* head, std::size_t headSize, std::uint64_t fileSize);
 
 private:

@@ -7,6 +7,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
+#include "ImageHeaderCheck.h"
 #include "QelDataStatus.h"
 #include "QelRangeImage.h"
 #include "SampleTypes.h"
@@ -60,11 +61,7 @@ std::uint8_t channelByte(T v) {
 // otherwise pick any decoder it was built with by content, and some of them
 // (the DICOM one among them) abort the process on malformed input.
 bool ImageRangeReader::hasImageSignature(const std::uint8_t* d, std::size_t n) {
-    auto starts = [&](const char* magic, std::size_t len) {
-        return n >= len && std::memcmp(d, magic, len) == 0;
-    };
-    return starts("\x89PNG\r\n\x1a\n", 8) || starts("II*\0", 4) || starts("MM\0*", 4) ||
-           starts("BM", 2) || starts("\xff\xd8\xff", 3);
+    return ImageHeaderCheck::formatOf(d, n) != ImageHeaderCheck::Format::None;
 }
 
 long ImageRangeReader::read(const std::uint8_t* data, std::size_t size, bool withColors,
