@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <cstring>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
