@@ -21,6 +21,8 @@ if [ "${1:-}" = "--sanitize" ]; then
   export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0
   export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 fi
+# An include that points up a layer is named before the compiler meets it.
+"$root/scripts/check-layers.sh"
 cmake -S "$root" -B "$build" -G Ninja "${flags[@]}"
 cmake --build "$build" --parallel "$(nproc)"
 export QT_QPA_PLATFORM=xcb LP_NUM_THREADS=2
