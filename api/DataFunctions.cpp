@@ -2,11 +2,14 @@
 #include <cmath>
 
 #include "ArgumentChecks.h"
+#include "ClipPlane.h"
 #include "ColorMapIndex.h"
 #include "ExceptionStatus.h"
 #include "GLViewer.h"
+#include "ModeNumbers.h"
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
+#include "SceneContent.h"
 #include "StatusCodes.h"
 #include "WindowRegistry.h"
 
@@ -44,7 +47,7 @@ long checkMesh(const QelTriangleMesh& mesh) {
 
 long QelDisplayPointCloud(long long window, QelPointCloud& cloud) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, false)) return status;
     return v->addPointCloud(cloud, true);
@@ -54,17 +57,17 @@ long QelDisplayPointCloud(long long window, QelPointCloud& cloud) try {
 
 long QelDisplayRangeImage(long long window, QelRangeImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
-    return v->displayRangeImage(image);
+    return v->addRangeImage(image, true);
 } catch (...) {
     return QelStatus::ofCurrentException();
 }
 
 long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     return v->addTriangleMesh(mesh, true);
@@ -74,7 +77,7 @@ long QelDisplayTriangleMesh(long long window, QelTriangleMesh& mesh) try {
 
 long QelDisplay2DImage(long long window, QelImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (image.Width() <= 0 || image.Height() <= 0) return QelStatus::kImageEmpty;
     if (static_cast<unsigned int>(image.BitDepth()) > 3) return QelStatus::kImageTypeRefused;
@@ -85,7 +88,7 @@ long QelDisplay2DImage(long long window, QelImage& image) try {
 
 long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkCloud(cloud, true)) return status;
     return v->addPointCloud(cloud);
@@ -95,7 +98,7 @@ long QelAdd3DRenderObject(long long window, QelPointCloud& cloud) try {
 
 long QelAdd3DRenderObject(long long window, QelRangeImage& image) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkRangeImage(image)) return status;
     return v->addRangeImage(image);
@@ -105,7 +108,7 @@ long QelAdd3DRenderObject(long long window, QelRangeImage& image) try {
 
 long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (long status = checkMesh(mesh)) return status;
     return v->addTriangleMesh(mesh);
@@ -116,7 +119,7 @@ long QelAdd3DRenderObject(long long window, QelTriangleMesh& mesh) try {
 long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position, float size,
                           QelColor& colour) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (text.ValType() != QEL_VAR_STRING && text.ValType() != QEL_VAR_WSTRING)
         return QelStatus::argument(2);
@@ -129,63 +132,63 @@ long QelDraw3DTextOverlay(long long window, QelVar& text, QelVector3d& position,
 
 long QelClear3DScene(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearScene();
 }
 
 long QelClearRenderObject(long long window, long id) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearRenderObject(id);
 }
 
 long QelClearAllPointCloud(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllPointClouds();
 }
 
 long QelClearAllRangeImage(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllRangeImages();
 }
 
 long QelClearAllTriangleMesh(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->clearAllTriangleMeshes();
 }
 
 long QelClear3DTextOverlay(long long window, long id) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeTextOverlay(id);
 }
 
 long QelClearAll3DTextOverlay(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->removeAllTextOverlays();
 }
 
 long QelSetObjectVisible(long long window, long id, bool visible) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
-    return v->setObjectVisible(id, visible);
+    return v->setVisible(id, visible);
 }
 
 long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!Qel3DAxisTransform().IsPoseMatrix(matrix) || !QelArguments::usableTranslation(matrix))
         return QelStatus::kNotAPose;
@@ -194,16 +197,16 @@ long QelSetObjectModelMatrix(long long window, long id, QelMatrix4& matrix) {
 
 long QelSetRenderColor(long long window, long id, QelColorArray& colours) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
-    return v->setRenderColor(id, colours);
+    return v->setColours(id, colours);
 } catch (...) {
     return QelStatus::ofCurrentException();
 }
 
 long QelSetRenderLineWidth(long long window, long id, float width) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!(width > 0.0f && width <= 10.0f)) return QelStatus::argument(3);
     return v->setLineWidth(id, width);
@@ -211,23 +214,18 @@ long QelSetRenderLineWidth(long long window, long id, float width) {
 
 long QelSet3DElementSize(long long window, long id, int size) {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (size < 1) return QelStatus::argument(3);
     return v->setPointSize(id, static_cast<float>(size));
 }
 
-namespace {
-// Element states 0, 1, 2 are drawn as OpenGL modes 0, 1, 4.
-constexpr int kPrimitiveMode[] = {0, 1, 4};
-}  // namespace
-
 long QelSet3DElementState(long long window, long id, Qel3DGraphicsDataType state) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(3);
-    return v->setElementState(id, kPrimitiveMode[state]);
+    return v->setElementState(id, ModeNumbers::renderMode(state));
 } catch (...) {
     return QelStatus::ofCurrentException();
 }
@@ -237,7 +235,7 @@ long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) try {
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(state) > 2) return QelStatus::argument(2);
-    w->setElementStateForAll(kPrimitiveMode[state]);
+    w->setElementStateForAll(ModeNumbers::renderMode(state));
     return 0;
 } catch (...) {
     return QelStatus::ofCurrentException();
@@ -245,10 +243,10 @@ long QelSet3DElementState(long long window, Qel3DGraphicsDataType state) try {
 
 long QelSetPointRenderMode(long long window, int id, Qel3DPointRenderMode mode) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<int>(mode) >= 2) return QelStatus::argument(3);
-    return v->setPointRenderMode(id, mode);
+    return v->setPointRenderMode(id, ModeNumbers::pointRenderMode(mode));
 } catch (...) {
     return QelStatus::ofCurrentException();
 }
@@ -267,7 +265,7 @@ long QelSetDefaultLUT(long long window, int table) try {
 
 long QelSetSamplingRatio(long long window, int ratio) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (ratio < 0) return QelStatus::argument(2);
     v->setSamplingRatio(ratio);
@@ -281,7 +279,7 @@ long QelRenderByClippingPlane(long long window, Qel3DPlane& plane) try {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (!QelArguments::usablePlane(plane)) return QelStatus::kClipPlaneInvalid;
-    v->setClipPlane(plane);
+    v->clip().setClipPlane(plane);
     return 0;
 } catch (...) {
     return QelStatus::ofCurrentException();

@@ -3,8 +3,10 @@
 
 #include "ExceptionStatus.h"
 #include "GLViewer.h"
+#include "ModeNumbers.h"
 #include "Qel3DGraphics.h"
 #include "QelDataEnums.h"
+#include "SceneContent.h"
 #include "StatusCodes.h"
 #include "WindowRegistry.h"
 
@@ -14,7 +16,7 @@ long QelInitialRangeImage(long long window, int dataType, int width, int height,
                           double offsetX, double resolutionY, double offsetY, double resolutionZ,
                           double offsetZ, double zMin, double zMax, int colourChannels) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(colourChannels - 1) > 3) return QelStatus::argument(13);
     if (dataType != QEL_16U && dataType != QEL_32S) return QelStatus::argument(2);
@@ -38,7 +40,7 @@ long QelInitialRangeImage(long long window, int dataType, int width, int height,
 long QelAppendDataStream(long long window, long stream, void* samples, void* colours, int type,
                          int startLine, int endLine) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     if (startLine < 0) return QelStatus::argument(6);
     if (startLine > endLine) return QelStatus::argument(7);
@@ -51,7 +53,7 @@ long QelAppendDataStream(long long window, long stream, void* samples, void* col
 
 long QelFinishDataStream(long long window, long stream, QelRangeImage* image) try {
     QEL_ON_GUI_THREAD_ONLY();
-    GLViewer* v = WindowRegistry::findViewer(window);
+    SceneContent* v = WindowRegistry::findContent(window);
     if (!v) return QelStatus::kUnknownWindow;
     return v->finishDataStream(stream, image);
 } catch (...) {

@@ -2,10 +2,14 @@
 #include <cmath>
 
 #include "ArgumentChecks.h"
+#include "CameraController.h"
 #include "GLViewer.h"
+#include "LightController.h"
+#include "ModeNumbers.h"
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
 #include "StatusCodes.h"
+#include "ViewDecorations.h"
 #include "WindowRegistry.h"
 
 namespace QELMV {
@@ -45,7 +49,7 @@ long QelSetCamera(long long window, QelVector3d& eye, QelVector3d& centre, QelVe
     if (!usablePoint(up) ||
         !(sight.cross(Vec(up)).length() > 1e-6 * sight.length() * Vec(up).length()))
         return QelStatus::argument(4);
-    v->setCamera(eye, centre, up);
+    v->camera().setCamera(eye, centre, up);
     return 0;
 }
 
@@ -53,7 +57,7 @@ long QelGetCamera(long long window, QelVector3d* eye, QelVector3d* centre, QelVe
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    v->getCamera(eye, centre, up);
+    v->camera().getCamera(eye, centre, up);
     return 0;
 }
 
@@ -62,7 +66,7 @@ long QelSetPerspective(long long window, Qel3DPerspective perspective) {
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (static_cast<unsigned int>(perspective) >= 7) return QelStatus::argument(2);
-    w->moveToView(perspective);
+    w->moveToView(ModeNumbers::view(perspective));
     return 0;
 }
 
@@ -70,7 +74,7 @@ long QelSetProjection(long long window, bool orthographic) {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    v->setProjection(orthographic);
+    v->camera().setProjection(orthographic);
     return 0;
 }
 
@@ -81,7 +85,7 @@ long Qel3DZoom(long long window, QelVector3d& point, float factor) {
     // An invalid centre or a distance out of bounds would leave the camera
     // unusable.
     if (!usablePoint(point)) return QelStatus::argument(2);
-    if (!(factor > 0.0f) || !v->zoom(point, factor, 1e-9, kCoordinateLimit))
+    if (!(factor > 0.0f) || !v->camera().zoom(point, factor, 1e-9, kCoordinateLimit))
         return QelStatus::argument(3);
     return 0;
 }
@@ -90,7 +94,7 @@ long Qel3DZoomFitWnd(long long window) {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    v->zoomFit();
+    v->camera().zoomFit();
     return 0;
 }
 
@@ -114,7 +118,7 @@ long QelSetGridVisible(long long window, bool visible) {
     QEL_ON_GUI_THREAD_ONLY();
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
-    v->setGridVisible(visible);
+    v->decorations().setGridVisible(visible);
     return 0;
 }
 
@@ -129,7 +133,7 @@ long QelSetLightParameter(long long window, float power, QelVector3d& direction)
     // Normalised here: squaring a huge component in the shader overflows.
     const Vec d(direction);
     const double length = d.length();
-    v->setLightParameter(
+    v->light().setLightParameter(
         power, QelVector3d(float(d.x / length), float(d.y / length), float(d.z / length)));
     return 0;
 }
@@ -141,7 +145,7 @@ long QelSetLightParameter(long long window, float ambient, float diffuse, float 
     if (!inUnitRange(ambient)) return QelStatus::argument(2);
     if (!inUnitRange(diffuse)) return QelStatus::argument(3);
     if (!inUnitRange(specular)) return QelStatus::argument(4);
-    v->setLightCoefficients(ambient, diffuse, specular);
+    v->light().setLightCoefficients(ambient, diffuse, specular);
     return 0;
 }
 
@@ -150,7 +154,7 @@ long QelSet3DBackgroundColor(long long window, QelColor& colour) {
     GLViewer* v = WindowRegistry::findViewer(window);
     if (!v) return QelStatus::kUnknownWindow;
     const QelColor c = QelArguments::clampedColour(colour);
-    v->setBackgroundColor(c.r, c.g, c.b, c.a);
+    v->decorations().setBackgroundColor(c.r, c.g, c.b, c.a);
     return 0;
 }
 

@@ -10,6 +10,7 @@
 #include "Qel3DGraphics.h"
 #include "Qel3DGraphicsPrivate.h"
 #include "StatusCodes.h"
+#include "ViewDecorations.h"
 #include "WindowRegistry.h"
 #include "X11Connection.h"
 
@@ -204,7 +205,7 @@ long QelSet3DTextPen(long long window, QelColor& colour, long size) {
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
     if (size <= 0) return QelStatus::argument(3);
-    w->viewer()->setTextPen(QelArguments::clampedColour(colour), size);
+    w->viewer()->decorations().setTextPen(QelArguments::clampedColour(colour), size);
     return 0;
 }
 
@@ -212,7 +213,7 @@ long QelGet3DTextPen(long long window, QelColor* colour, long* size) {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
     if (!w) return QelStatus::kUnknownWindow;
-    w->viewer()->getTextPen(colour, size);
+    w->viewer()->decorations().getTextPen(colour, size);
     return 0;
 }
 

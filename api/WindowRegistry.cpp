@@ -1,5 +1,7 @@
 #include "WindowRegistry.h"
 
+#include "GLViewer.h"
+
 #include <QCoreApplication>
 #include <QThread>
 
@@ -22,6 +24,11 @@ Qel3DGraphicsPrivate* WindowRegistry::find(long long handle) {
 GLViewer* WindowRegistry::findViewer(long long handle) {
     Qel3DGraphicsPrivate* window = find(handle);
     return window ? window->viewer() : nullptr;
+}
+
+SceneContent* WindowRegistry::findContent(long long handle) {
+    GLViewer* view = findViewer(handle);
+    return view ? &view->content() : nullptr;
 }
 
 void WindowRegistry::add(Qel3DGraphicsPrivate* window) {

@@ -6,6 +6,7 @@
 #include "StatusCodes.h"
 
 class GLViewer;
+class SceneContent;
 class QApplication;
 class Qel3DGraphicsPrivate;
 
@@ -19,6 +20,8 @@ public:
     static Qel3DGraphicsPrivate* find(long long handle);
     // The 3D view of that window, or null.
     static GLViewer* findViewer(long long handle);
+    // What the window's view shows.
+    static SceneContent* findContent(long long handle);
     static void add(Qel3DGraphicsPrivate* window);
     static void remove(long long handle);
     static bool isEmpty() { return handles().empty(); }

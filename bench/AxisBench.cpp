@@ -13,6 +13,7 @@
 #include "GLViewer.h"
 #include "QelCubeAxis3d.h"
 #include "SlabView.h"
+#include "ViewDecorations.h"
 
 namespace {
 
@@ -39,16 +40,16 @@ int main(int argc, char** argv) {
 
     std::vector<double> plain, axis, noGrid;
     for (int round = 0; round < kRounds; ++round) {
-        view.setAxisVisible(false);
+        view.decorations().setAxisVisible(false);
         view.grabFrame();  // the frame after a change settles the layout
         plain.push_back(frameSeconds(view));
-        view.setAxisVisible(true);
+        view.decorations().setAxisVisible(true);
         view.grabFrame();
         axis.push_back(frameSeconds(view));
-        view.setGridVisible(false);
+        view.decorations().setGridVisible(false);
         view.grabFrame();
         noGrid.push_back(frameSeconds(view));
-        view.setGridVisible(true);
+        view.decorations().setGridVisible(true);
     }
     std::printf(
         "{\"bench\":\"axis\",\"points\":%d,\"frame_s\":%.4f,\"frame_axis_grid_s\":%.4f,"
@@ -57,7 +58,7 @@ int main(int argc, char** argv) {
         median(noGrid) / median(plain));
 
     // New bounds each time, alternating between two data sets' sizes.
-    QelCubeAxis3d* cube = view.cubeAxis();
+    QelCubeAxis3d* cube = view.decorations().cubeAxis();
     if (!cube) return 1;
     std::vector<double> rebuilds;
     for (int i = 0; i < kRebuilds; ++i) {
@@ -70,9 +71,9 @@ int main(int argc, char** argv) {
     // Switching the axis on: the font, the nodes and the first layout.
     std::vector<double> builds;
     for (int i = 0; i < 10; ++i) {
-        view.setAxisVisible(false);
+        view.decorations().setAxisVisible(false);
         const Clock::time_point start = Clock::now();
-        view.setAxisVisible(true);
+        view.decorations().setAxisVisible(true);
         builds.push_back(since(start));
     }
     std::printf(

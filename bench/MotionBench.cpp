@@ -13,6 +13,8 @@
 
 #include "BenchTiming.h"
 #include "GLViewer.h"
+#include "LightController.h"
+#include "PointBudget.h"
 #include "QelOSGWidget.h"
 #include "SlabView.h"
 
@@ -57,10 +59,10 @@ int main(int argc, char** argv) {
         const int n = millions * 1000000;
         GLViewer view;
         if (!bench::showSlab(view, n, 9, 1.f, 0.02f)) return 1;
-        view.setLightState(false);
+        view.light().setLightState(false);
         QWidget* w = view.osgWidget();
 
-        const long budget = view.pointBudget();
+        const long budget = view.budget().budget();
         std::vector<double> still, drag, settle;
         long stillPixels = 0, settlePixels = 0;
         for (int k = 0; k < kFrames; ++k) {

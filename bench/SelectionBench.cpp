@@ -11,6 +11,7 @@
 
 #include "BenchTiming.h"
 #include "GLViewer.h"
+#include "OutlineSelection.h"
 #include "PointPicker.h"
 #include "QelOSGWidget.h"
 #include "SlabView.h"
@@ -34,14 +35,14 @@ int main(int argc, char** argv) {
         size_t selected = 0;
         const QVector<QPointF> lasso = {{0, 0}, {400, 0}, {400, 800}, {0, 800}};  // the left half
         for (int k = 0; k < 5; ++k) {
-            osg::Vec3d hit;
+            PickHit hit;
             Clock::time_point start = Clock::now();
             hits += PointPicker::pick(camera, *view.root(), 400 + k, 400, &hit);
             picks.push_back(since(start));
             QelPointCloud out;
             bool used = false;
             start = Clock::now();
-            view.selectPoints(lasso, 0, true, &out, &used);
+            OutlineSelection(view).selectPoints(lasso, LassoShape::FreePolygon, true, &out, &used);
             lassos.push_back(since(start));
             selected = static_cast<size_t>(out.Length());
         }

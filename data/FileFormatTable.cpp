@@ -33,6 +33,52 @@ const GeometryFormat kGeometryFormats[] = {
     {"stl", StlReader::read, false, true},    {"off", OffReader::read, false, true},
 };
 
+// Every suffix the import action reads, with the kind it reads it as and
+// the dialog filters that list it (in the filters' order). The library's
+// own formats (srt, ecd, mri, jxr, spt, stmt) are among them; gif is read
+// but not listed.
+using Kind = FileFormatTable::ImportKind;
+enum Filter : unsigned { kUnlisted = 0, kRangeFilter = 1, kCloudFilter = 2, kMeshFilter = 4 };
+struct ImportFormat {
+    const char* suffix;
+    Kind kind;
+    unsigned filters;
+};
+const ImportFormat kImportFormats[] = {
+    {"srt", Kind::RangeImage, kRangeFilter},
+    {"png", Kind::RangeImage, kRangeFilter},
+    {"jpg", Kind::RangeImage, kRangeFilter},
+    {"bmp", Kind::RangeImage, kRangeFilter},
+    {"gif", Kind::RangeImage, kUnlisted},
+    {"ecd", Kind::RangeImage, kRangeFilter},
+    {"csv", Kind::RangeImage, kRangeFilter},
+    {"mri", Kind::RangeImage, kRangeFilter},
+    {"tif", Kind::RangeImage, kRangeFilter},
+    {"jxr", Kind::RangeImage, kRangeFilter},
+    {"spt", Kind::PointCloud, kCloudFilter},
+    {"pcd", Kind::PointCloud, kCloudFilter},
+    {"txt", Kind::PointCloud, kCloudFilter},
+    {"asc", Kind::PointCloud, kCloudFilter},
+    {"stmt", Kind::Mesh, kMeshFilter},
+    // Mesh files of vertices only are read as clouds.
+    {"obj", Kind::Mesh, kCloudFilter | kMeshFilter},
+    {"off", Kind::Mesh, kMeshFilter},
+    {"ply", Kind::Mesh, kCloudFilter | kMeshFilter},
+    {"xyz", Kind::PointCloud, kCloudFilter},
+    {"xyzn", Kind::PointCloud, kCloudFilter},
+    {"xyzrgb", Kind::PointCloud, kCloudFilter},
+    {"stl", Kind::Mesh, kMeshFilter},
+};
+
+// "Name (*.a *.b)" for the suffixes a filter lists.
+std::string filterOf(const char* name, unsigned filter) {
+    std::string patterns;
+    for (const ImportFormat& f : kImportFormats)
+        if (f.filters & filter)
+            patterns += std::string(patterns.empty() ? "" : " ") + "*." + f.suffix;
+    return std::string(name) + " (" + patterns + ")";
+}
+
 bool startsWith(const std::uint8_t* head, std::size_t size, std::string_view prefix) {
     return size >= prefix.size() && std::equal(prefix.begin(), prefix.end(), head);
 }
@@ -89,6 +135,18 @@ bool FileFormatTable::plausibleStart(const std::string& format, const std::uint8
 FileFormatTable::RangeReader FileFormatTable::rangeReader(const std::string& suffix) {
     if (suffix == "csv") return readCsv;
     return ImageRangeReader::read;
+}
+
+FileFormatTable::ImportKind FileFormatTable::importKind(const std::string& suffix) {
+    for (const ImportFormat& f : kImportFormats)
+        if (suffix == f.suffix) return f.kind;
+    return ImportKind::None;
+}
+
+std::string FileFormatTable::importFilter() {
+    return filterOf("RangeImage Files", kRangeFilter) + ";;" +
+           filterOf("PointCloud File", kCloudFilter) + ";;" +
+           filterOf("TriangleMesh Files", kMeshFilter);
 }
 
 }  // namespace qel

@@ -1,60 +1,69 @@
 #include "GLViewer.h"
 
+#include <QTimer>
 #include <QVBoxLayout>
 #include <osg/DisplaySettings>
 #include <osg/Notify>
 #include <osgViewer/Viewer>
 
-#include "GbkText.h"
-#include "MRenderer.h"
-#include "OSGDataManager.h"
-#include "ObjectIdCounter.h"
-#include "QelColor.h"
-#include "QelCubeAxis3d.h"
+#include "CameraController.h"
+#include "ClipPlane.h"
+#include "LightController.h"
+#include "PointBudget.h"
 #include "QelOSGWidget.h"
-#include "QelVar.h"
-#include "QelVector3d.h"
+#include "SceneContent.h"
 #include "SceneLockGuard.h"
-#include "ShaderADS.h"
-#include "ShapeManager.h"
-#include "StatusCodes.h"
+#include "ScreenCapture.h"
+#include "ViewDecorations.h"
 #include "ViewerManipulator.h"
 
 GLViewer::GLViewer(QWidget* parent)
-    : QWidget(parent),
-      root_(new osg::Group),
-      axisGroup_(new osg::Group),
-      dataGroup_(new osg::Group),
-      shapeGroup_(new osg::Group),
-      registry_(std::make_unique<OSGDataManager>()),
-      shapes_(std::make_unique<ShapeManager>(shapeGroup_.get())) {
-    dataGroup_->addChild(registry_->group());
+    : QWidget(parent), root_(new osg::Group), content_(std::make_unique<SceneContent>()) {
     osgWidget_ = new QelOSGWidget(this);
+    content_->setLock(osgWidget_);
     osgWidget_->setFocusPolicy(Qt::StrongFocus);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(osgWidget_);
     connect(osgWidget_, &MOpenglWidget::initialized, this, &GLViewer::initializeScene);
-    bboxGroup_ = new osg::Group;
-    axisGroup_->addChild(bboxGroup_.get());
     root_->setName("root");
-    dataGroup_->setName("data");
-    shapeGroup_->setName("shapes");
-    textOverlays_.group()->setName("text");
-    setUpPointBudget();
+    camera_ = std::make_unique<CameraController>(*this);
+    light_ = std::make_unique<LightController>(*this);
+    clip_ = std::make_unique<ClipPlane>(*this);
+    decorations_ = std::make_unique<ViewDecorations>(*this);
+    capture_ = std::make_unique<ScreenCapture>(*this);
+    budget_ = new PointBudget(*this);
+    handlers_.push_back(budget_);
+    followContent();
 }
 
-int GLViewer::renderObjectCount() const {
-    return registry_->count();
+void GLViewer::followContent() {
+    SceneContent* content = content_.get();
+    connect(content, &SceneContent::sig_dataChanged, this, &GLViewer::dataChanged);
+    connect(content, &SceneContent::sig_redraw, this, &GLViewer::requestRedraw);
+    connect(content, &SceneContent::sig_streamGrew, this, &GLViewer::requestStreamRedraw);
+    connect(content, &SceneContent::sig_heightRange, this, &GLViewer::sig_heightRange);
+    connect(content, &SceneContent::sig_infoText, this, &GLViewer::sig_infoText);
+    connect(content, &SceneContent::sig_itemAdded, this, [this](const osg::BoundingSphere& bound) {
+        if (initialised_ && !manipulator_)
+            installManipulator();
+        else if (bound.valid() && manipulator_)
+            camera_->fitIfOutOfView(bound);
+    });
 }
 
 GLViewer::~GLViewer() {
-    // The axis holds the viewer's camera; the viewer holds the manipulator,
-    // and the widget's teardown releases both.
-    cubeAxis_.reset();
+    // The axis holds the viewer's camera; the viewer holds the manipulator
+    // and the event handlers, and the widget's teardown releases them.
+    decorations_.reset();
     delete osgWidget_;
     osgWidget_ = nullptr;
+}
+
+osgViewer::Viewer* GLViewer::viewer() {
+    if (!osgWidget_->renderer()) osgWidget_->grab();  // the first paint creates the viewer
+    return osgWidget_->viewer();
 }
 
 void GLViewer::initializeScene() {
@@ -65,11 +74,12 @@ void GLViewer::initializeScene() {
     root_->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
 
     if (!initialised_ && root_->getNumChildren() == 0) {
-        root_->addChild(axisGroup_.get());
-        root_->addChild(dataGroup_.get());
-        root_->addChild(shapeGroup_.get());
-        root_->addChild(textOverlays_.group());
-        lighting_ = std::make_unique<ShaderADS>(dataGroup_.get());
+        root_->addChild(decorations_->group());
+        root_->addChild(content_->dataGroup());
+        root_->addChild(content_->shapeGroup());
+        root_->addChild(content_->textGroup());
+        light_->attachTo(content_->dataGroup());
+        installEventHandlers();
     }
 
     // Keep the picture undistorted for the window's shape.
@@ -86,118 +96,71 @@ void GLViewer::initializeScene() {
         }
     }
 
-    if ((renderObjectCount() > 0 || manipulatorPending_) && !manipulator_) installManipulator();
+    if (content_->renderObjectCount() > 0 && !manipulator_) installManipulator();
+    // Four samples a pixel where the surface offers them.
     osg::DisplaySettings::instance()->setNumMultiSamples(4);
     osg::setNotifyLevel(osg::ALWAYS);
     camera->setCullingMode(camera->getCullingMode() & ~osg::CullSettings::SMALL_FEATURE_CULLING);
-    camera->setClearColor(osg::Vec4(background_.red() / 255.0f, background_.green() / 255.0f,
-                                    background_.blue() / 255.0f, background_.alpha() / 255.0f));
     initialised_ = true;
-    if (axisOn_ && !manipulator_) {
-        installManipulator();
-        rebuildCubeAxis();
-    }
-    applyLightState();
-    textPrototype_.text();
+    decorations_->viewerReady();
+    light_->apply();
+    content_->loadFont();
 }
 
 void GLViewer::installManipulator() {
     osgViewer::Viewer* viewer = osgWidget_->viewer();
     if (!viewer || manipulator_) return;
     manipulator_ = new ViewerManipulator(osgWidget_, root_.get());
-    manipulator_->setPickMode(pickOn_ ? 1 : 0);
-    // Queued: the release arrives inside a frame, which holds the scene lock.
-    connect(manipulator_, &ViewerManipulator::sig_ClickPoint, this, &GLViewer::sig_ClickPoint,
-            Qt::QueuedConnection);
-    watchMotion(manipulator_);
     SceneLockGuard lock(osgWidget_);
     viewer->setCameraManipulator(manipulator_);  // starts from a view of the whole scene
 }
 
-void GLViewer::setPickMode(bool on) {
-    pickOn_ = on;
-    if (ViewerManipulator* m = ensureManipulator()) m->setPickMode(on ? 1 : 0);
+ViewerManipulator* GLViewer::ensureManipulator() {
+    viewer();
+    if (!manipulator_) installManipulator();
+    return manipulator_;
 }
 
-void GLViewer::setBackgroundColor(int r, int g, int b, int a) {
-    background_ = QColor(r, g, b, a);
-    if (osgViewer::Viewer* viewer = osgWidget_->viewer()) {
-        SceneLockGuard lock(osgWidget_);
-        viewer->getCamera()->setClearColor(
-            osg::Vec4(r / 255.0f, g / 255.0f, b / 255.0f, a / 255.0f));
-        if (cubeAxis_) cubeAxis_->setLabelColor(toVec4(labelColour()));
-    }
-    emit sig_labelColour(QColor(255 - r, 255 - g, 255 - b, 255));
-    dataChanged();  // the bounding box is drawn in the inverted background colour
+void GLViewer::addEventHandler(osgGA::GUIEventHandler* handler) {
+    handlers_.push_front(handler);
+    if (initialised_) installEventHandlers();
 }
 
-void GLViewer::setLightState(bool on) {
-    lightOn_ = on;
-    if (initialised_) applyLightState();
-    requestRedraw();
-}
-
-void GLViewer::applyLightState() {
-    if (!lighting_) return;
+void GLViewer::installEventHandlers() {
+    osgViewer::Viewer* viewer = osgWidget_->viewer();
+    if (!viewer) return;
     SceneLockGuard lock(osgWidget_);
-    lighting_->detach();
-    if (lightOn_) lighting_->attach();
-}
-
-long GLViewer::addTextOverlay(const QelVar& text, const QelVector3d& position, float size,
-                              const QelColor& colour) {
-    long id = 0;
-    {
-        SceneLockGuard lock(osgWidget_);
-        id = ObjectIdCounter::take();
-        std::wstring content;
-        if (text.ValType() == QEL_VAR_STRING)
-            content = GbkText::toWide(text.S());
-        else if (text.ValType() == QEL_VAR_WSTRING)
-            content = text.WS();
-        const osg::Vec4 rgba(colour.r / 255.0f, colour.g / 255.0f, colour.b / 255.0f,
-                             colour.a / 255.0f);
-        textOverlays_.add(std::make_unique<TextOverlay>(
-            *textPrototype_.text(), static_cast<unsigned int>(id), content,
-            osg::Vec3(position.x, position.y, position.z), size, rgba));
-    }
-    if (initialised_ && !manipulator_) installManipulator();
-    requestRedraw();
-    return id;
-}
-
-long GLViewer::removeTextOverlay(long id) {
-    if (id < 0) return QelStatus::kObjectNotFound;
-    {
-        SceneLockGuard lock(osgWidget_);
-        if (!textOverlays_.remove(static_cast<unsigned int>(id))) return QelStatus::kObjectNotFound;
-    }
-    requestRedraw();
-    return 0;
-}
-
-long GLViewer::removeAllTextOverlays() {
-    {
-        SceneLockGuard lock(osgWidget_);
-        textOverlays_.clear();
-    }
-    requestRedraw();
-    return 0;
+    viewer->getEventHandlers().clear();
+    for (const auto& handler : handlers_)
+        viewer->addEventHandler(handler.get());
 }
 
 QImage GLViewer::grabFrame() {
-    if (!osgWidget_->renderer()) osgWidget_->grab();  // the first paint creates the viewer
-    QImage image;
-    fullFrame_ = true;
-    osgWidget_->grabImage(image);
-    fullFrame_ = false;
-    return image;
+    return capture_->grabFrame();
+}
+
+// A frame draws the whole scan so far, so a scanner's bands would each pay
+// for one: bands ask for at most one redraw every 100 ms, and the last band
+// of a burst is drawn when the interval has passed.
+void GLViewer::requestStreamRedraw() {
+    constexpr int kIntervalMs = 100;
+    if (!streamRedrawClock_.isValid() || streamRedrawClock_.elapsed() >= kIntervalMs) {
+        streamRedrawClock_.start();
+        dataChanged();
+        return;
+    }
+    if (streamRedrawPending_) return;
+    streamRedrawPending_ = true;
+    QTimer::singleShot(kIntervalMs - int(streamRedrawClock_.elapsed()), this, [this] {
+        streamRedrawPending_ = false;
+        streamRedrawClock_.start();
+        dataChanged();
+    });
 }
 
 void GLViewer::dataChanged() {
-    if (bboxVisible_) rebuildBoundingBox();
-    if (axisOn_) rebuildCubeAxis();
-    fitShapesToScene();
+    decorations_->followData();
+    content_->fitShapesToScene();
     requestRedraw();
 }
 

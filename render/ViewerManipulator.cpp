@@ -4,6 +4,7 @@
 #include <osg/Camera>
 #include <osg/View>
 
+#include "QelOSGWidget.h"
 #include "SceneLockGuard.h"
 
 namespace {
@@ -11,6 +12,9 @@ namespace {
 double rad(double degrees) {
     return osg::DegreesToRadians(degrees);
 }
+
+// A right-button drag pans by this share of the viewing distance a pixel.
+constexpr float kPanStepPerPixel = 0.1f / 100;
 
 osg::Quat rotation(double a, double b, double c) {
     return osg::Quat(rad(a), osg::X_AXIS, rad(b), osg::Y_AXIS, rad(c), osg::Z_AXIS);
@@ -54,54 +58,48 @@ void ViewerManipulator::setLookAt(const osg::Vec3d& eye, const osg::Vec3d& cente
     sendViewportChangedMsg();
 }
 
-bool ViewerManipulator::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActionAdapter& us) {
-    using E = osgGA::GUIEventAdapter;
-    switch (ea.getEventType()) {
-        case E::RELEASE:
-            if (pickMode_ == 1) {
-                emit sig_ClickPoint(ea.getX(), ea.getY());
-                return false;
-            }
-            emit sig_motion(false);
-            if (ea.getButton() == E::RIGHT_MOUSE_BUTTON) {
-                panning_ = false;
-                return false;
-            }
-            return TrackballManipulator::handle(ea, us);
-        case E::DRAG: {
-            if (pickMode_ == 1) return false;
-            if (!panning_) return TrackballManipulator::handle(ea, us);
-            const float dx = lastX_ - ea.getX(), dy = lastY_ - ea.getY();
-            lastX_ = ea.getX();
-            lastY_ = ea.getY();
-            // Eye and rotation centre move together in the screen plane, by
-            // a step that grows with the viewing distance.
-            getTransformation(eye_, center_, up_);
-            const osg::Vec3d d = center_ - eye_;
-            osg::Vec3d dir = d;
-            dir.normalize();
-            panScale_ = static_cast<float>(getDistance() * (0.1f / 100));
-            eye_ += dir ^ (up_ * (dx * panScale_));
-            eye_ += up_ * (dy * panScale_);
-            center_ = eye_ + d;
-            setTransformation(eye_, center_, up_);
-            sendViewportChangedMsg();
-            return true;
-        }
-        case E::FRAME:
-            if (ortho_) applyOrthoProjection(us);
-            return TrackballManipulator::handle(ea, us);
-        default:
-            if (pickMode_ == 1) return false;
-            if (ea.getEventType() == E::PUSH) emit sig_motion(true);
-            if (ea.getEventType() == E::PUSH && ea.getButton() == E::RIGHT_MOUSE_BUTTON) {
-                lastX_ = ea.getX();
-                lastY_ = ea.getY();
-                panning_ = true;
-                return false;
-            }
-            return TrackballManipulator::handle(ea, us);
-    }
+// The right button pans: eye and rotation centre move together in the
+// screen plane. Every other button is the trackball's.
+bool ViewerManipulator::handleMousePush(const osgGA::GUIEventAdapter& ea,
+                                        osgGA::GUIActionAdapter& us) {
+    if (ea.getButton() != osgGA::GUIEventAdapter::RIGHT_MOUSE_BUTTON)
+        return TrackballManipulator::handleMousePush(ea, us);
+    lastX_ = ea.getX();
+    lastY_ = ea.getY();
+    panning_ = true;
+    return false;
+}
+
+bool ViewerManipulator::handleMouseRelease(const osgGA::GUIEventAdapter& ea,
+                                           osgGA::GUIActionAdapter& us) {
+    if (ea.getButton() != osgGA::GUIEventAdapter::RIGHT_MOUSE_BUTTON)
+        return TrackballManipulator::handleMouseRelease(ea, us);
+    panning_ = false;
+    return false;
+}
+
+bool ViewerManipulator::handleMouseDrag(const osgGA::GUIEventAdapter& ea,
+                                        osgGA::GUIActionAdapter& us) {
+    if (!panning_) return TrackballManipulator::handleMouseDrag(ea, us);
+    const float dx = lastX_ - ea.getX(), dy = lastY_ - ea.getY();
+    lastX_ = ea.getX();
+    lastY_ = ea.getY();
+    getTransformation(eye_, center_, up_);
+    const osg::Vec3d d = center_ - eye_;
+    osg::Vec3d dir = d;
+    dir.normalize();
+    panScale_ = static_cast<float>(getDistance() * kPanStepPerPixel);
+    eye_ += dir ^ (up_ * (dx * panScale_));
+    eye_ += up_ * (dy * panScale_);
+    center_ = eye_ + d;
+    setTransformation(eye_, center_, up_);
+    sendViewportChangedMsg();
+    return true;
+}
+
+bool ViewerManipulator::handleFrame(const osgGA::GUIEventAdapter& ea, osgGA::GUIActionAdapter& us) {
+    if (ortho_) applyOrthoProjection(us);
+    return TrackballManipulator::handleFrame(ea, us);
 }
 
 void ViewerManipulator::applyOrthoProjection(osgGA::GUIActionAdapter& us) const {
@@ -125,7 +123,6 @@ bool ViewerManipulator::handleMouseWheel(const osgGA::GUIEventAdapter& ea,
     if (motion != osgGA::GUIEventAdapter::SCROLL_UP &&
         motion != osgGA::GUIEventAdapter::SCROLL_DOWN)
         return false;
-    emit sig_wheelStep();
     const bool handled = TrackballManipulator::handleMouseWheel(ea, us);
     if (ortho_) {
         const double f = motion == osgGA::GUIEventAdapter::SCROLL_DOWN ? 1.0 / 0.9 : 0.9;
@@ -170,69 +167,42 @@ void ViewerManipulator::getOrthoBox(double& left, double& right, double& bottom,
     zFar = orthoBox_[5];
 }
 
-osg::Quat ViewerManipulator::standardViewRotation(int view, int sensorAxes) {
+// Each standard view as three rotations about x, y and z, in degrees, in
+// the order of StandardView. The tenth of a degree added to the angles keeps
+// every view a little off the exact axes, so the view direction is never
+// parallel to a coordinate axis.
+namespace {
+struct ViewAngles {
+    double x, y, z;
+};
+// The sensor's axes: z points from the sensor into the scene.
+constexpr ViewAngles kSensorViews[] = {
+    {180.1, 0.1, 0.1},  {0.1, 0.1, 0.1},     {-90.1, 0.1, 0.1},    {-90.1, 0.1, 180.1},
+    {-90.0, 0.1, 90.1}, {-90.1, 0.1, -90.1}, {-135.1, 0.1, 135.1},
+};
+// The world's axes: z points up.
+constexpr ViewAngles kWorldViews[] = {
+    {0.1, 0.1, 90.1},   {180.1, 0.1, 90.1}, {90.1, 0.1, 90.1},
+    {90.1, 0.1, -90.1}, {90.1, 0.1, 0.1},   {90.1, 0.1, 180.1},
+};
+}  // namespace
+
+osg::Quat ViewerManipulator::standardViewRotation(StandardView view, int sensorAxes) {
+    const auto index = static_cast<size_t>(view);
     if (sensorAxes == 1) {
-        switch (view) {
-            case 0:
-                return rotation(180.1, 0.1, 0.1);
-            case 1:
-                return rotation(0.1, 0.1, 0.1);
-            case 2:
-                return rotation(-90.1, 0.1, 0.1);
-            case 3:
-                return rotation(-90.1, 0.1, 180.1);
-            case 4:
-                return rotation(-90.0, 0.1, 90.1);
-            case 5:
-                return rotation(-90.1, 0.1, -90.1);
-            default:
-                return rotation(-135.1, 0.1, 135.1);
-        }
+        const ViewAngles& a = kSensorViews[index];
+        return rotation(a.x, a.y, a.z);
     }
-    switch (view) {
-        case 0:
-            return rotation(0.1, 0.1, 90.1);
-        case 1:
-            return rotation(180.1, 0.1, 90.1);
-        case 2:
-            return rotation(90.1, 0.1, 90.1);
-        case 3:
-            return rotation(90.1, 0.1, -90.1);
-        case 4:
-            return rotation(90.1, 0.1, 0.1);
-        case 5:
-            return rotation(90.1, 0.1, 180.1);
-        default:
-            // Not normalised on purpose: the rotation matrix normalises it.
-            return osg::Quat(0.5, -0.5, -0.5, 1.0);
-    }
+    // The oblique world view, not normalised on purpose: the rotation
+    // matrix normalises it.
+    if (view == StandardView::Oblique) return osg::Quat(0.5, -0.5, -0.5, 1.0);
+    const ViewAngles& a = kWorldViews[index];
+    return rotation(a.x, a.y, a.z);
 }
 
-void ViewerManipulator::moveToView(int view) {
+void ViewerManipulator::moveToView(StandardView view) {
     setRotation(standardViewRotation(view, sensorAxes_));
     sendViewportChangedMsg();
-}
-
-void ViewerManipulator::moveToTopView() {
-    moveToView(0);
-}
-void ViewerManipulator::moveToBottomView() {
-    moveToView(1);
-}
-void ViewerManipulator::moveToFrontView() {
-    moveToView(2);
-}
-void ViewerManipulator::moveToBackView() {
-    moveToView(3);
-}
-void ViewerManipulator::moveToLeftView() {
-    moveToView(4);
-}
-void ViewerManipulator::moveToRightView() {
-    moveToView(5);
-}
-void ViewerManipulator::moveToObliqueView() {
-    moveToView(6);
 }
 
 void ViewerManipulator::sendViewportChangedMsg() {

@@ -7,14 +7,17 @@
 #include <vector>
 
 #include <osg/BlendFunc>
+#include <osg/ComputeBoundsVisitor>
 
 #include "ColorMapIndex.h"
+#include "ColourBytes.h"
+#include "NodeMasks.h"
 #include "QelColorArray.h"
 #include "QelLUTSetting.h"
 #include "ScaledLineWidth.h"
 #include "ScaledPoint.h"
 
-OSGData::OSGData(int id, int kind, bool useHeightColours)
+OSGData::OSGData(ObjectId id, ObjectKind kind, bool useHeightColours)
     : id_(id),
       root_(new osg::Geode),
       geometry_(new osg::Geometry),
@@ -26,11 +29,11 @@ OSGData::OSGData(int id, int kind, bool useHeightColours)
       minZ_(DBL_MAX),
       maxZ_(-DBL_MAX),
       useHeightColours_(useHeightColours) {
-    if (kind == RangeImage) return;  // the range image assembles its own tree
+    if (kind == ObjectKind::RangeImage) return;  // the range image assembles its own tree
     geometry_->setUseDisplayList(false);
     geometry_->setUseVertexBufferObjects(true);
     geometry_->setUseVertexArrayObject(true);
-    if (kind == RangeImageStream) {
+    if (kind == ObjectKind::RangeImageStream) {
         root_->addChild(geometry_.get());
     } else {
         transform_->addChild(geometry_.get());
@@ -210,34 +213,72 @@ void OSGData::setLineWidth(float width) {
 }
 
 void OSGData::setVisible(bool visible) {
-    root_->setNodeMask(visible ? 1u : 0u);
+    root_->setNodeMask(visible ? NodeMasks::kPickable : 0u);
+}
+
+bool OSGData::setItemColours(const osg::Vec4Array& colours) {
+    // Back to the host's bytes (exact for colours that came from bytes), so
+    // every kind keeps one way of taking colours.
+    QelColorArray bytes;
+    if (!bytes.Create(static_cast<int>(colours.size()), 4)) return false;
+    unsigned char* out = bytes.Data();
+    for (const osg::Vec4& c : colours) {
+        const osg::Vec4ub b = ColourBytes::toVec4ub(c);
+        for (int k = 0; k < 4; ++k)
+            *out++ = b[k];
+    }
+    if (!setColors(bytes)) return false;
+    markHostColoured();
+    return true;
+}
+
+bool OSGData::applyItemMatrix(const osg::Matrix& matrix) {
+    setMatrix(matrix);
+    return true;
+}
+
+bool OSGData::setItemPointSize(float size) {
+    setPointSize(size);
+    return true;
+}
+
+bool OSGData::setItemLineWidth(float width) {
+    setLineWidth(width);
+    return true;
+}
+
+osg::BoundingBox OSGData::itemBounds() const {
+    osg::ComputeBoundsVisitor bounds;
+    node()->accept(bounds);
+    return bounds.getBoundingBox();
 }
 
 void OSGData::setMatrix(const osg::Matrix& matrix) {
     transform_->setMatrix(matrix);
 }
 
-void OSGData::setPolygonMode(osg::PolygonMode* polygonMode, int mode) {
-    polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK,
-                         mode == 1 ? osg::PolygonMode::LINE : osg::PolygonMode::FILL);
+void OSGData::setPolygonMode(osg::PolygonMode* polygonMode, RenderMode mode) {
+    polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK, mode == RenderMode::Wireframe
+                                                               ? osg::PolygonMode::LINE
+                                                               : osg::PolygonMode::FILL);
 }
 
 void OSGData::switchSurfaceMode(
-    osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from, int to, GLsizei pointCount,
-    const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles) {
+    osg::Geometry* geometry, osg::PolygonMode* polygonMode, RenderMode from, RenderMode to,
+    GLsizei pointCount, const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles) {
     osg::StateSet* ss = geometry->getOrCreateStateSet();
-    if (from != 0) {
-        if (to == 0) {
+    if (from != RenderMode::Points) {
+        if (to == RenderMode::Points) {
             ss->removeAttribute(polygonMode);
             geometry->setPrimitiveSet(0, new osg::DrawArrays(GL_POINTS, 0, pointCount));
-        } else if (to == 1 || to == 4) {
+        } else {
             setPolygonMode(polygonMode, to);
         }
         return;
     }
     osg::ref_ptr<osg::PrimitiveSet> triangles = makeTriangles();
     geometry->setPrimitiveSet(0, triangles.get());
-    if (to == 1 || to == 4) {
+    if (to != RenderMode::Points) {
         ss->setAttribute(polygonMode);
         setPolygonMode(polygonMode, to);
     }

@@ -9,25 +9,26 @@
 #include <osg/PrimitiveSet>
 #include <osg/ref_ptr>
 
+#include "SceneItem.h"
+#include "SceneModes.h"
+
 class QelColorArray;
 
 // The base of every render object: the scene nodes and the vertex, colour
 // and normal arrays of one piece of data, with what all kinds share (id,
 // kind, validity, point size, line width, visibility, model matrix, height
 // range, colour mode). Owned by the window's registry.
-class OSGData {
+class OSGData : public SceneItem {
 public:
-    enum Kind { Image = 0, PointCloud = 1, RangeImage = 2, TriangleMesh = 3, RangeImageStream = 4 };
-
-    OSGData(int id, int kind, bool useHeightColours);
-    virtual ~OSGData();
+    OSGData(ObjectId id, ObjectKind kind, bool useHeightColours);
+    ~OSGData() override;
     OSGData(const OSGData&) = delete;
     OSGData& operator=(const OSGData&) = delete;
 
-    virtual void setRenderMode(int mode) = 0;
+    virtual void setRenderMode(RenderMode mode) = 0;
     virtual osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() { return nullptr; }
-    virtual int kind() const { return kind_; }
-    virtual int renderMode() const { return renderMode_; }
+    virtual ObjectKind kind() const { return kind_; }
+    virtual RenderMode renderMode() const { return renderMode_; }
     // One colour per vertex, or one for all; false (and nothing changed)
     // for any other count.
     virtual bool setColors(const QelColorArray& colours);
@@ -53,12 +54,22 @@ public:
     void markHostColoured() { hostColoured_ = true; }
     // While the camera moves, draw at most 'budget' points (0: all).
     virtual void setDrawBudget(unsigned int) {}
-    virtual int id() const { return id_; }
+    virtual ObjectId id() const { return id_; }
     virtual double minZ() const { return minZ_; }
     virtual double maxZ() const { return maxZ_; }
     virtual int isValid() const { return valid_; }
     virtual void setVisible(bool visible);
     virtual void setMatrix(const osg::Matrix& matrix);
+
+    // As an item of the view's content: colours a host set keep the object
+    // from being recoloured by height.
+    ObjectId itemId() const override { return id(); }
+    void setItemVisible(bool visible) override { setVisible(visible); }
+    bool setItemColours(const osg::Vec4Array& colours) override;
+    bool applyItemMatrix(const osg::Matrix& matrix) override;
+    bool setItemPointSize(float size) override;
+    bool setItemLineWidth(float width) override;
+    osg::BoundingBox itemBounds() const override;
 
     osg::Geometry* geometry() const { return geometry_.get(); }
     osg::MatrixTransform* transform() const { return transform_.get(); }
@@ -82,6 +93,7 @@ protected:
     static int copyColours(Array& out, const QelColorArray& colours);
     // One colour per vertex, or one for all.
     bool fitsVertices(const QelColorArray& colours) const;
+
     // Blending and bin for colours whose smallest alpha is minAlpha.
     void applyAlpha(int minAlpha);
     // Makes the geometry draw 'colours' (one for all, or one per vertex).
@@ -106,17 +118,17 @@ protected:
     // Runs 'task' on a thread of its own; when no thread can be started it
     // returns an empty future and the caller does the work itself.
     static std::future<void> startBeside(std::function<void()> task);
-    // Line (mode 1) or fill (mode 4) on both faces.
-    static void setPolygonMode(osg::PolygonMode* polygonMode, int mode);
+    // Line (wireframe) or fill (faces) on both faces.
+    static void setPolygonMode(osg::PolygonMode* polygonMode, RenderMode mode);
     // Moves a surface geometry from render mode 'from' to 'to': points
-    // draw the first pointCount vertices without a polygon mode; modes 1
-    // and 4 draw the triangles that makeTriangles gives (asked only when
+    // draw the first pointCount vertices without a polygon mode; wireframe
+    // and faces draw the triangles that makeTriangles gives (asked only when
     // coming from points) in line or fill polygon mode.
     static void switchSurfaceMode(
-        osg::Geometry* geometry, osg::PolygonMode* polygonMode, int from, int to,
+        osg::Geometry* geometry, osg::PolygonMode* polygonMode, RenderMode from, RenderMode to,
         GLsizei pointCount, const std::function<osg::ref_ptr<osg::PrimitiveSet>()>& makeTriangles);
 
-    int id_;
+    ObjectId id_;
     int valid_ = 0;
     osg::ref_ptr<osg::Geode> root_;
     osg::ref_ptr<osg::Geometry> geometry_;
@@ -124,9 +136,9 @@ protected:
     osg::ref_ptr<osg::Vec4Array> colors_;
     osg::ref_ptr<osg::Vec3Array> normals_;
     osg::ref_ptr<osg::MatrixTransform> transform_;
-    int renderMode_ = 0;
+    RenderMode renderMode_ = RenderMode::Points;
     int coloursLocked_ = 0;
-    int kind_;
+    ObjectKind kind_;
     float pointSize_ = 1.0f;
     float lineWidth_ = 1.0f;
     double minZ_;

@@ -21,7 +21,7 @@ void OSGDataManager::add(std::unique_ptr<OSGData> object) {
     objects_.push_back(std::move(object));
 }
 
-OSGData* OSGDataManager::find(int id) const {
+OSGData* OSGDataManager::find(ObjectId id) const {
     for (const auto& o : objects_)
         if (o->id() == id) return o.get();
     return nullptr;
@@ -38,7 +38,7 @@ void OSGDataManager::removeIf(Pred pred) {
     if (hadObjects && objects_.empty()) emit sig_dataIsEmpty();
 }
 
-bool OSGDataManager::remove(int id) {
+bool OSGDataManager::remove(ObjectId id) {
     if (!find(id)) return false;
     bool done = false;
     removeIf([&](const OSGData& o) {
@@ -49,8 +49,8 @@ bool OSGDataManager::remove(int id) {
     return true;
 }
 
-void OSGDataManager::removeKind(int kind) {
-    if (kind == OSGData::RangeImage || kind == OSGData::RangeImageStream) {
+void OSGDataManager::removeKind(ObjectKind kind) {
+    if (kind == ObjectKind::RangeImage || kind == ObjectKind::RangeImageStream) {
         removeRangeImages();
         return;
     }
@@ -59,7 +59,7 @@ void OSGDataManager::removeKind(int kind) {
 
 void OSGDataManager::removeRangeImages() {
     removeIf([](const OSGData& o) {
-        return o.kind() == OSGData::RangeImage || o.kind() == OSGData::RangeImageStream;
+        return o.kind() == ObjectKind::RangeImage || o.kind() == ObjectKind::RangeImageStream;
     });
 }
 
@@ -72,7 +72,7 @@ OSGData* OSGDataManager::at(int index) const {
     return objects_[static_cast<size_t>(index)].get();
 }
 
-void OSGDataManager::setModeForAll(int mode) {
+void OSGDataManager::setModeForAll(RenderMode mode) {
     for (const auto& o : objects_)
         o->setRenderMode(mode);
 }

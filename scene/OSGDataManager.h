@@ -20,15 +20,15 @@ public:
 
     // Takes ownership; an object already listed is not added twice.
     void add(std::unique_ptr<OSGData> object);
-    OSGData* find(int id) const;
-    bool remove(int id);
-    // Every object of the kind; kind 2 or 4 removes both range-image kinds.
-    void removeKind(int kind);
+    OSGData* find(ObjectId id) const;
+    bool remove(ObjectId id);
+    // Every object of the kind; either range-image kind removes both.
+    void removeKind(ObjectKind kind);
     void removeRangeImages();
     void clear();
     int count() const { return static_cast<int>(objects_.size()); }
     OSGData* at(int index) const;
-    void setModeForAll(int mode);
+    void setModeForAll(RenderMode mode);
     // The switch of the default colouring: height colours or the data's own.
     void setSwitchForAll(bool useHeightColours);
 

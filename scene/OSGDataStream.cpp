@@ -1,7 +1,8 @@
 #include "OSGDataStream.h"
 
-OSGDataStream::OSGDataStream(const QelRangeImageParameter& parameter, int renderMode, int id)
-    : OSGData(id, RangeImageStream, false),
+OSGDataStream::OSGDataStream(const QelRangeImageParameter& parameter, RenderMode renderMode,
+                             ObjectId id)
+    : OSGData(id, ObjectKind::RangeImageStream, false),
       triangles_(new osg::DrawElementsUInt(GL_TRIANGLES)),
       points_(new osg::DrawArrays(GL_POINTS, 0, 0)),
       polygonMode_(new osg::PolygonMode) {
@@ -10,8 +11,7 @@ OSGDataStream::OSGDataStream(const QelRangeImageParameter& parameter, int render
     geometry_->setVertexArray(vertices_.get());
     geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
     geometry_->setNormalArray(normals_.get(), osg::Array::BIND_PER_VERTEX);
-    renderMode_ = -1;
-    apply(renderMode == 0 || renderMode == 1 ? renderMode : 4);
+    apply(renderMode);
 }
 
 long OSGDataStream::initialize() {
@@ -35,21 +35,22 @@ long OSGDataStream::append(const void* data, const void* colour, int type, int s
     geometry_->setVertexArray(vertices_.get());
     geometry_->setNormalArray(normals_.get(), osg::Array::BIND_PER_VERTEX);
     refreshColours();
-    geometry_->setPrimitiveSet(
-        0, renderMode_ == 0 ? static_cast<osg::PrimitiveSet*>(points_.get()) : triangles_.get());
+    geometry_->setPrimitiveSet(0, renderMode_ == RenderMode::Points
+                                      ? static_cast<osg::PrimitiveSet*>(points_.get())
+                                      : triangles_.get());
     geometry_->dirtyBound();
     return 0;
 }
 
-void OSGDataStream::setRenderMode(int mode) {
-    if (mode == renderMode_ || (mode != 0 && mode != 1 && mode != 4)) return;
+void OSGDataStream::setRenderMode(RenderMode mode) {
+    if (mode == renderMode_) return;
     apply(mode);
 }
 
-void OSGDataStream::apply(int mode) {
+void OSGDataStream::apply(RenderMode mode) {
     osg::StateSet* ss = geometry_->getOrCreateStateSet();
     geometry_->removePrimitiveSet(0, geometry_->getNumPrimitiveSets());
-    if (mode == 0) {
+    if (mode == RenderMode::Points) {
         ss->removeAttribute(polygonMode_.get());
         geometry_->addPrimitiveSet(points_.get());
     } else {

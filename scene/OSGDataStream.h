@@ -11,7 +11,7 @@
 // appends. Render modes 0 points, 1 wireframe, 4 faces.
 class OSGDataStream : public OSGData {
 public:
-    OSGDataStream(const QelRangeImageParameter& parameter, int renderMode, int id);
+    OSGDataStream(const QelRangeImageParameter& parameter, RenderMode renderMode, ObjectId id);
 
     QelDataStreamAlg& stream() { return *stream_; }
     // 0, or the stream's status.
@@ -19,11 +19,11 @@ public:
     // Appends a band (see QelDataStreamAlg) and hands the new geometry to
     // the scene graph.
     long append(const void* data, const void* colour, int type, int startLine, int endLine);
-    void setRenderMode(int mode) override;
+    void setRenderMode(RenderMode mode) override;
     void setMatrix(const osg::Matrix&) override {}
 
 private:
-    void apply(int mode);
+    void apply(RenderMode mode);
 
     osg::ref_ptr<osg::DrawElementsUInt> triangles_;
     osg::ref_ptr<osg::DrawArrays> points_;

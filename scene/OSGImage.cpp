@@ -5,8 +5,11 @@
 
 #include "SamplingStep.h"
 
-OSGImage::OSGImage(const QelImage& image, int renderMode, int id, int step)
-    : OSGData(id, Image, true), source_(image), step_(step), polygonMode_(new osg::PolygonMode) {
+OSGImage::OSGImage(const QelImage& image, RenderMode renderMode, ObjectId id, int step)
+    : OSGData(id, ObjectKind::Image, true),
+      source_(image),
+      step_(step),
+      polygonMode_(new osg::PolygonMode) {
     renderMode_ = renderMode;
     coloursLocked_ = 1;
     geometry_->setVertexArray(vertices_.get());
@@ -17,7 +20,7 @@ OSGImage::OSGImage(const QelImage& image, int renderMode, int id, int step)
         osg::ref_ptr<osg::PrimitiveSet> primitive = rebuildGeometry();
         geometry_->addPrimitiveSet(primitive.get());
     }
-    if (renderMode == 1 || renderMode == 4) setPolygonMode(polygonMode_.get(), renderMode);
+    if (renderMode != RenderMode::Points) setPolygonMode(polygonMode_.get(), renderMode);
     valid_ = 1;
 }
 
@@ -105,7 +108,7 @@ void OSGImage::buildArrays() {
 
 osg::ref_ptr<osg::PrimitiveSet> OSGImage::rebuildGeometry() {
     buildArrays();
-    if (renderMode_ == 0) {
+    if (renderMode_ == RenderMode::Points) {
         triangles_ = nullptr;
         return new osg::DrawArrays(GL_POINTS, 0, rows_ * columns_);
     }
@@ -132,12 +135,12 @@ void OSGImage::setStep(int step) {
     }
 }
 
-void OSGImage::setRenderMode(int mode) {
+void OSGImage::setRenderMode(RenderMode mode) {
     if (mode == renderMode_ || geometry_->getNumPrimitiveSets() == 0) {
         renderMode_ = mode;
         return;
     }
-    const int previous = renderMode_;
+    const RenderMode previous = renderMode_;
     renderMode_ = mode;
     switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode, rows_ * columns_,
                       [this] { return triangles_.valid() ? triangles_ : rebuildGeometry(); });

@@ -10,11 +10,11 @@
 // colour, drawn as points, wireframe or faces.
 class OSGImage : public OSGData {
 public:
-    OSGImage(const QelImage& image, int renderMode, int id, int step);
+    OSGImage(const QelImage& image, RenderMode renderMode, ObjectId id, int step);
 
     void setStep(int step);
     int effectiveStep() const;
-    void setRenderMode(int mode) override;
+    void setRenderMode(RenderMode mode) override;
     osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() override;
     int rows() const { return rows_; }
     int columns() const { return columns_; }

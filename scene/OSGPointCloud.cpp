@@ -30,16 +30,16 @@ constexpr int kCopyAsideFrom = 100000;
 
 }  // namespace
 
-OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
+OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                              bool useHeightColours)
-    : OSGData(id, PointCloud, useHeightColours), colours_(new osg::Vec4ubArray) {
+    : OSGData(id, ObjectKind::PointCloud, useHeightColours), colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
     build(cloud);
 }
 
-OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
+OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                              bool useHeightColours, OSGPointCloud& previous)
-    : OSGData(id, PointCloud, useHeightColours),
+    : OSGData(id, ObjectKind::PointCloud, useHeightColours),
       source_(std::move(previous.source_)),
       colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
@@ -52,7 +52,7 @@ OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id,
 }
 
 bool OSGPointCloud::canReuse(const OSGData& previous, int points) {
-    return previous.kind() == PointCloud && points > 0 &&
+    return previous.kind() == ObjectKind::PointCloud && points > 0 &&
            previous.vertexArray()->size() == static_cast<size_t>(points);
 }
 
@@ -192,7 +192,7 @@ unsigned int OSGPointCloud::drawnCount() const {
 }
 
 void OSGPointCloud::setPointSize(float size) {
-    if (pointRenderMode_ == 0) {
+    if (pointRenderMode_ == PointRenderMode::Plain) {
         OSGData::setPointSize(size);
         return;
     }
@@ -200,11 +200,11 @@ void OSGPointCloud::setPointSize(float size) {
     spriteShader_->setSphereRadius(size * 1.1f);
 }
 
-void OSGPointCloud::setPointRenderMode(int mode) {
+void OSGPointCloud::setPointRenderMode(PointRenderMode mode) {
     if (mode == pointRenderMode_) return;
     pointRenderMode_ = mode;
     if (!spriteShader_) spriteShader_ = std::make_unique<ShaderPointSprite>(root_.get());
-    if (mode == 0) {
+    if (mode == PointRenderMode::Plain) {
         spriteShader_->detach();
         setPointSize(pointSize());
         return;

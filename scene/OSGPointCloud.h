@@ -12,14 +12,15 @@ class ShaderPointSprite;
 // the height range.
 class OSGPointCloud : public OSGData {
 public:
-    OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id, bool useHeightColours);
+    OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
+                  bool useHeightColours);
     // Builds the cloud into the storage of 'previous', a cloud it replaces
     // (see canReuse): the copy of the source and the arrays are overwritten
     // instead of allocated, and the next frame updates their buffer objects
     // in place. Everything else is new, as in a cloud built afresh.
     // 'previous' is left to be discarded.
-    OSGPointCloud(const QelPointCloud& cloud, int renderMode, int id, bool useHeightColours,
-                  OSGPointCloud& previous);
+    OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
+                  bool useHeightColours, OSGPointCloud& previous);
     ~OSGPointCloud() override;
 
     // Whether 'previous' can lend its storage to a cloud of this many points.
@@ -27,7 +28,7 @@ public:
     // The box the vertices of a cloud span (invalid points sit at the origin).
     static osg::BoundingBox extentOf(const QelPointCloud& cloud);
 
-    void setRenderMode(int) override {}
+    void setRenderMode(RenderMode) override {}
     osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() override;
     void setPointSize(float size) override;
     bool setColors(const QelColorArray& colours) override;
@@ -45,8 +46,8 @@ public:
     unsigned int drawnCount() const;
 
     // 0 plain points, anything else lit sphere sprites.
-    void setPointRenderMode(int mode);
-    int pointRenderMode() const { return pointRenderMode_; }
+    void setPointRenderMode(PointRenderMode mode);
+    PointRenderMode pointRenderMode() const { return pointRenderMode_; }
     const QelPointCloud& source() const { return source_; }
 
 private:
@@ -61,5 +62,5 @@ private:
     osg::ref_ptr<osg::PrimitiveSet> allPoints_;
     osg::ref_ptr<osg::DrawElementsUInt> sample_;
     unsigned int budget_ = 0;
-    int pointRenderMode_ = 0;
+    PointRenderMode pointRenderMode_ = PointRenderMode::Plain;
 };

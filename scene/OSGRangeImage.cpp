@@ -5,6 +5,7 @@
 #include <osg/BlendFunc>
 
 #include "ColorMapIndex.h"
+#include "NodeMasks.h"
 #include "Qel3DImageMathematics.h"
 #include "QelLUTSetting.h"
 #include "QelLog.h"
@@ -17,9 +18,9 @@ namespace {
 constexpr unsigned int kNoVertex = 0xFFFFFFFFu;
 }
 
-OSGRangeImage::OSGRangeImage(const QelRangeImage& image, int renderMode, int id, int step,
-                             bool useHeightColours)
-    : OSGData(id, RangeImage, useHeightColours),
+OSGRangeImage::OSGRangeImage(const QelRangeImage& image, RenderMode renderMode, ObjectId id,
+                             int step, bool useHeightColours)
+    : OSGData(id, ObjectKind::RangeImage, useHeightColours),
       polygonMode_(new osg::PolygonMode),
       source_(image),
       lodBuilder_(std::make_unique<QelLOD>(source_)) {
@@ -69,7 +70,7 @@ long OSGRangeImage::buildGeometry() {
         g->setVertexArray(levelVertices_[i].get());
         g->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
         g->getOrCreateStateSet()->setAttribute(polygonMode_.get());
-        if (renderMode_ == 0) {
+        if (renderMode_ == RenderMode::Points) {
             g->addPrimitiveSet(
                 new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(levelVertices_[i]->size())));
         } else {
@@ -77,7 +78,7 @@ long OSGRangeImage::buildGeometry() {
             g->addPrimitiveSet(levelTriangles_[i].get());
         }
     }
-    if (renderMode_ == 1 || renderMode_ == 4) setPolygonMode(polygonMode_.get(), renderMode_);
+    if (renderMode_ != RenderMode::Points) setPolygonMode(polygonMode_.get(), renderMode_);
     // The geometry step assembles, and so does the colour step after it:
     // each appends the levels to the LOD once more, as the design has it.
     return lodBuilder_->assemble(levelGeometries_, levelTransforms_);
@@ -295,9 +296,9 @@ bool OSGRangeImage::setColors(const QelColorArray& colours) {
     return true;
 }
 
-void OSGRangeImage::setRenderMode(int mode) {
+void OSGRangeImage::setRenderMode(RenderMode mode) {
     if (mode == renderMode_) return;
-    const int previous = renderMode_;
+    const RenderMode previous = renderMode_;
     renderMode_ = mode;
     for (size_t i = 0; i < levelGeometries_.size(); ++i)
         switchSurfaceMode(levelGeometries_[i].get(), polygonMode_.get(), previous, mode,
@@ -318,7 +319,7 @@ void OSGRangeImage::setLineWidth(float width) {
 }
 
 void OSGRangeImage::setVisible(bool visible) {
-    if (lodNode_) lodNode_->setNodeMask(visible ? 1u : 0u);
+    if (lodNode_) lodNode_->setNodeMask(visible ? NodeMasks::kPickable : 0u);
 }
 
 void OSGRangeImage::setMatrix(const osg::Matrix& matrix) {

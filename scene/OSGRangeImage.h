@@ -18,10 +18,10 @@
 // no triangle.
 class OSGRangeImage : public OSGData {
 public:
-    OSGRangeImage(const QelRangeImage& image, int renderMode, int id, int step,
+    OSGRangeImage(const QelRangeImage& image, RenderMode renderMode, ObjectId id, int step,
                   bool useHeightColours);
 
-    void setRenderMode(int mode) override;
+    void setRenderMode(RenderMode mode) override;
     bool setColors(const QelColorArray& colours) override;
     void setPointSize(float size) override;
     void setLineWidth(float width) override;

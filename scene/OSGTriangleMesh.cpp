@@ -2,8 +2,10 @@
 
 #include "QelColorArray.h"
 
-OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, int id)
-    : OSGData(id, TriangleMesh, true), source_(mesh), polygonMode_(new osg::PolygonMode) {
+OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, RenderMode renderMode, ObjectId id)
+    : OSGData(id, ObjectKind::TriangleMesh, true),
+      source_(mesh),
+      polygonMode_(new osg::PolygonMode) {
     renderMode_ = renderMode;
     const int n = source_.NumVertices();
     const float* xyz = source_.VertexData();
@@ -18,7 +20,7 @@ OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, in
     geometry_->setVertexArray(vertices_.get());
     geometry_->setNormalArray(normals_.get(), osg::Array::BIND_OVERALL);
     geometry_->setColorArray(colors_.get(), osg::Array::BIND_PER_VERTEX);
-    if (renderMode == 0) {
+    if (renderMode == RenderMode::Points) {
         geometry_->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, n));
     } else {
         triangles_ = buildTriangles();
@@ -29,7 +31,7 @@ OSGTriangleMesh::OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, in
         coloursLocked_ = 2;
     }
     geometry_->getOrCreateStateSet()->setAttribute(polygonMode_.get());
-    if (renderMode == 1 || renderMode == 4) setPolygonMode(polygonMode_.get(), renderMode);
+    if (renderMode != RenderMode::Points) setPolygonMode(polygonMode_.get(), renderMode);
     valid_ = 1;
 }
 
@@ -56,9 +58,9 @@ osg::ref_ptr<osg::DrawElementsUInt> OSGTriangleMesh::buildTriangles() const {
     return t;
 }
 
-void OSGTriangleMesh::setRenderMode(int mode) {
+void OSGTriangleMesh::setRenderMode(RenderMode mode) {
     if (mode == renderMode_) return;
-    const int previous = renderMode_;
+    const RenderMode previous = renderMode_;
     renderMode_ = mode;
     switchSurfaceMode(geometry_.get(), polygonMode_.get(), previous, mode,
                       static_cast<GLsizei>(vertices_->size()), [this] {

@@ -9,9 +9,9 @@
 // faces (4). The triangles are built once and kept for switching back.
 class OSGTriangleMesh : public OSGData {
 public:
-    OSGTriangleMesh(const QelTriangleMesh& mesh, int renderMode, int id);
+    OSGTriangleMesh(const QelTriangleMesh& mesh, RenderMode renderMode, ObjectId id);
 
-    void setRenderMode(int mode) override;
+    void setRenderMode(RenderMode mode) override;
     osg::DrawElementsUInt* triangles() const { return triangles_.get(); }
     const QelTriangleMesh& source() const { return source_; }
 

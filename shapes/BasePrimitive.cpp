@@ -1,4 +1,5 @@
 #include "BasePrimitive.h"
+#include "NodeMasks.h"
 #include "ScaledLineWidth.h"
 #include "ScaledPoint.h"
 
@@ -21,7 +22,7 @@ BasePrimitive::BasePrimitive()
 }
 
 void BasePrimitive::setVisible(bool visible) {
-    root_->setNodeMask(visible ? 1u : 0u);
+    root_->setNodeMask(visible ? NodeMasks::kPickable : 0u);
 }
 
 void BasePrimitive::applyMatrix(const osg::Matrixd& matrix) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SceneModes.h"
+
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
@@ -20,8 +22,8 @@ public:
     virtual void setVisible(bool visible);
     // The given matrix acts first, then the current one.
     virtual void applyMatrix(const osg::Matrixd& matrix);
-    virtual void setId(int id) { id_ = static_cast<unsigned int>(id); }
-    virtual unsigned int getId() const { return id_; }
+    virtual void setId(ObjectId id) { id_ = id; }
+    virtual ObjectId getId() const { return id_; }
     virtual int getType() const { return type_; }
     virtual void buildLines() = 0;
     virtual void buildSurface() = 0;
@@ -59,7 +61,7 @@ protected:
     osg::ref_ptr<osg::Vec3Array> vertices_;
     osg::ref_ptr<osg::Vec3Array> normals_;
     osg::ref_ptr<osg::Vec4Array> colors_;
-    unsigned int id_ = 0;
+    ObjectId id_ = 0;
     int type_ = 0;
     float pointSize_ = 10.0f;
     float lineWidth_ = 2.0f;

@@ -1,8 +1,9 @@
 #include "Shape.h"
 
 #include <osg/BlendFunc>
+#include <osg/ComputeBoundsVisitor>
 
-Shape::Shape(unsigned int id) {
+Shape::Shape(ObjectId id) {
     colors_->push_back(osg::Vec4(0.0f, 0.0f, 1.0f, 1.0f));
     geometry_->setColorArray(colors_.get(), osg::Array::BIND_OVERALL);
     osg::StateSet* ss = geometry_->getOrCreateStateSet();
@@ -23,13 +24,34 @@ bool Shape::setColor(const osg::Vec4Array& colours) {
     return true;
 }
 
-void Shape::setShapeMode(int mode) {
+void Shape::setShapeMode(RenderMode mode) {
     clearGeometry();
-    if (mode == Lines) {
+    if (mode == RenderMode::Wireframe) {
         buildLines();
-        mode_ = Lines;
-    } else if (mode == Surface) {
+        mode_ = mode;
+    } else if (mode == RenderMode::Faces) {
         buildSurface();
-        mode_ = Surface;
+        mode_ = mode;
     }
+}
+
+bool Shape::applyItemMatrix(const osg::Matrix& matrix) {
+    applyMatrix(matrix);
+    return true;
+}
+
+bool Shape::setItemPointSize(float size) {
+    setPointSize(size);
+    return true;
+}
+
+bool Shape::setItemLineWidth(float width) {
+    setLineWidth(width);
+    return true;
+}
+
+osg::BoundingBox Shape::itemBounds() const {
+    osg::ComputeBoundsVisitor bounds;
+    root_->accept(bounds);
+    return bounds.getBoundingBox();
 }

@@ -1,24 +1,33 @@
 #pragma once
 
 #include "BasePrimitive.h"
+#include "SceneItem.h"
 
 // The base of every shape adapter: the render mode and the colour and
-// blending state all shapes share. Mode 1 is the line form, mode 4 the
-// surface form (GL_LINES and GL_TRIANGLES).
-class Shape : public virtual BasePrimitive {
+// blending state all shapes share. A shape draws as wireframe (its line
+// form) or faces (its surface form).
+class Shape : public virtual BasePrimitive, public SceneItem {
 public:
-    enum Mode { Lines = GL_LINES, Surface = GL_TRIANGLES };
-
-    explicit Shape(unsigned int id);
+    explicit Shape(ObjectId id);
 
     // The first colour of the array becomes the shape's colour; false for
     // an empty array.
     virtual bool setColor(const osg::Vec4Array& colours);
-    // Always empties the geometry; rebuilds it for mode 1 or 4, and keeps
-    // the old mode (and an empty shape) for any other value.
-    virtual void setShapeMode(int mode);
-    int mode() const { return mode_; }
+    // Always empties the geometry; rebuilds it as wireframe or faces, and
+    // keeps the old mode (and an empty shape) for points, which no shape
+    // draws.
+    virtual void setShapeMode(RenderMode mode);
+    RenderMode mode() const { return mode_; }
+
+    // As an item of the view's content.
+    ObjectId itemId() const override { return getId(); }
+    void setItemVisible(bool visible) override { setVisible(visible); }
+    bool setItemColours(const osg::Vec4Array& colours) override { return setColor(colours); }
+    bool applyItemMatrix(const osg::Matrix& matrix) override;
+    bool setItemPointSize(float size) override;
+    bool setItemLineWidth(float width) override;
+    osg::BoundingBox itemBounds() const override;
 
 protected:
-    int mode_ = Surface;
+    RenderMode mode_ = RenderMode::Faces;
 };

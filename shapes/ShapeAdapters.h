@@ -40,7 +40,7 @@ template <typename Builder, int Kind>
 class ShapeOf : public Builder, public Shape {
 public:
     template <typename... Args>
-    explicit ShapeOf(unsigned int id, Args&&... args)
+    explicit ShapeOf(ObjectId id, Args&&... args)
         : Builder(std::forward<Args>(args)...), Shape(id) {
         setShapeMode(mode_);
         type_ = Kind;

@@ -9,7 +9,7 @@ bool ShapeManager::add(std::unique_ptr<Shape> shape) {
     return true;
 }
 
-bool ShapeManager::remove(unsigned int id) {
+bool ShapeManager::remove(ObjectId id) {
     auto it = std::find_if(shapes_.begin(), shapes_.end(),
                            [id](const std::unique_ptr<Shape>& s) { return s->getId() == id; });
     if (it == shapes_.end()) return false;
@@ -24,7 +24,7 @@ void ShapeManager::clear() {
     shapes_.clear();
 }
 
-Shape* ShapeManager::find(unsigned int id) const {
+Shape* ShapeManager::find(ObjectId id) const {
     for (const std::unique_ptr<Shape>& s : shapes_)
         if (s->getId() == id) return s.get();
     return nullptr;

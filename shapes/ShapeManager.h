@@ -16,9 +16,9 @@ public:
     // False (and the shape dropped) when its id is listed already.
     bool add(std::unique_ptr<Shape> shape);
     // False when no shape has the id.
-    bool remove(unsigned int id);
+    bool remove(ObjectId id);
     void clear();
-    Shape* find(unsigned int id) const;
+    Shape* find(ObjectId id) const;
     int count() const { return static_cast<int>(shapes_.size()); }
     void forEach(const std::function<void(Shape&)>& f) const;
 

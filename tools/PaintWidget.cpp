@@ -17,7 +17,8 @@ void PaintWidget::clear() {
 void PaintWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && !drawing_ && enabled_) {
         // Shift held at the start draws a rectangle instead of a free lasso.
-        shapeMode_ = (event->modifiers() & Qt::ShiftModifier) ? Rectangle : FreePolygon;
+        shapeMode_ = (event->modifiers() & Qt::ShiftModifier) ? LassoShape::Rectangle
+                                                              : LassoShape::FreePolygon;
         drawing_ = true;
         points_.clear();
         return;
@@ -49,7 +50,7 @@ void PaintWidget::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(255, 0, 0, 255), 2));
-    if (shapeMode_ == Rectangle) {
+    if (shapeMode_ == LassoShape::Rectangle) {
         painter.drawRect(QRectF(points_.first(), points_.last()).normalized());
         return;
     }

@@ -4,6 +4,8 @@
 #include <QPointF>
 #include <QVector>
 
+#include "SceneModes.h"
+
 // The transparent layer over the 3D view on which the user draws a lasso
 // (a free polygon) or, with Shift held at the start, a rectangle with the
 // left button while the lasso tool is on. It records the outline in widget coordinates and paints
@@ -11,12 +13,10 @@
 class PaintWidget : public QLabel {
     Q_OBJECT
 public:
-    enum ShapeMode { FreePolygon = 0, Rectangle = 1 };
-
     explicit PaintWidget(QWidget* parent);
 
-    int shapeMode() const { return shapeMode_; }
-    void setShapeMode(int mode) { shapeMode_ = mode; }
+    LassoShape shapeMode() const { return shapeMode_; }
+    void setShapeMode(LassoShape shape) { shapeMode_ = shape; }
     bool isDrawingEnabled() const { return enabled_; }
     void setDrawingEnabled(bool on) { enabled_ = on; }
     const QVector<QPointF>& outline() const { return points_; }
@@ -32,7 +32,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int shapeMode_ = FreePolygon;
+    LassoShape shapeMode_ = LassoShape::FreePolygon;
     QVector<QPointF> points_;
     bool drawing_ = false;
     bool enabled_ = false;

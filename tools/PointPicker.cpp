@@ -7,10 +7,14 @@
 #include <osgUtil/LineSegmentIntersector>
 #include <osgViewer/Viewer>
 
+#include "ClipPlane.h"
 #include "GLViewer.h"
+#include "NodeMasks.h"
+#include "OSGDataManager.h"
+#include "PickHandler.h"
 #include "PixelRatio.h"
-#include "QelCubeAxis3d.h"
 #include "QelOSGWidget.h"
+#include "SceneContent.h"
 #include "SceneLockGuard.h"
 
 namespace {
@@ -28,7 +32,9 @@ bool kept(const osg::Vec4d* clip, const osg::Vec3d& p) {
 // as the groups they are.
 class RayVisitor : public osgUtil::IntersectionVisitor {
 public:
-    explicit RayVisitor(osgUtil::Intersector* intersector) : IntersectionVisitor(intersector) {}
+    explicit RayVisitor(osgUtil::Intersector* intersector) : IntersectionVisitor(intersector) {
+        setTraversalMask(NodeMasks::kPickable);
+    }
     void apply(osg::Geode& geode) override { apply(static_cast<osg::Group&>(geode)); }
     using IntersectionVisitor::apply;
 };
@@ -47,11 +53,15 @@ public:
           x_(x),
           y_(y),
           clip_(clip),
-          ratio_(ratio) {}
+          ratio_(ratio) {
+        setTraversalMask(NodeMasks::kPickable);
+    }
 
     bool found() const { return depth_ < std::numeric_limits<double>::infinity(); }
     double depth() const { return depth_; }
     const osg::Vec3d& point() const { return point_; }
+    long long element() const { return element_; }
+    const osg::NodePath& path() const { return path_; }
 
     osg::Vec3 getEyePoint() const override { return eye_; }
     float getDistanceToViewPoint(const osg::Vec3& position, bool) const override {
@@ -68,25 +78,30 @@ public:
         // frame in motion leaves out.
         for (unsigned int p = 0; p < geometry.getNumPrimitiveSets(); ++p) {
             if (geometry.getPrimitiveSet(p)->getMode() != GL_POINTS) continue;
-            for (const osg::Vec3& v : *vertices)
-                consider(v, toWindow, toWorld, radius);
+            for (size_t i = 0; i < vertices->size(); ++i)
+                if (consider((*vertices)[i], toWindow, toWorld, radius)) {
+                    element_ = static_cast<long long>(i);
+                    path_ = getNodePath();
+                }
             break;
         }
     }
 
 private:
-    void consider(const osg::Vec3& v, const osg::Matrixd& toWindow, const osg::Matrixd& toWorld,
+    // Whether v is the nearest point so far.
+    bool consider(const osg::Vec3& v, const osg::Matrixd& toWindow, const osg::Matrixd& toWorld,
                   double radius) {
         const osg::Vec4d h = osg::Vec4d(v, 1.0) * toWindow;
-        if (h.w() <= 0.0) return;  // behind the eye
+        if (h.w() <= 0.0) return false;  // behind the eye
         const double dx = h.x() / h.w() - x_, dy = h.y() / h.w() - y_;
-        if (dx * dx + dy * dy > radius * radius) return;
+        if (dx * dx + dy * dy > radius * radius) return false;
         const double depth = h.z() / h.w();
-        if (depth >= depth_) return;
+        if (depth >= depth_) return false;
         const osg::Vec3d world = osg::Vec3d(v) * toWorld;
-        if (!kept(clip_, world)) return;
+        if (!kept(clip_, world)) return false;
         depth_ = depth;
         point_ = world;
+        return true;
     }
 
     // The point size the path sets, or 1.
@@ -107,14 +122,48 @@ private:
     double ratio_;
     double depth_ = std::numeric_limits<double>::infinity();
     osg::Vec3d point_;
+    long long element_ = -1;
+    osg::NodePath path_;
 };
+
+// The render object whose node lies on the path, or 0.
+ObjectId objectOn(const osg::NodePath& path, const OSGDataManager* registry) {
+    if (!registry) return 0;
+    for (int i = 0; i < registry->count(); ++i) {
+        const OSGData* object = registry->at(i);
+        for (const osg::Node* node : path)
+            if (node == object->node()) return object->id();
+    }
+    return 0;
+}
 
 }  // namespace
 
-PointPicker::PointPicker(GLViewer* view, QObject* parent) : QObject(parent), view_(view) {}
+PointPicker::PointPicker(GLViewer* view, QObject* parent) : QObject(parent), view_(view) {
+    // The release arrives inside a frame, which holds the scene lock: the
+    // pick runs after it.
+    handler_ = new PickHandler([this](float x, float y) {
+        QMetaObject::invokeMethod(
+            this, [this, x, y] { pickAt(x, y); }, Qt::QueuedConnection);
+    });
+    view_->addEventHandler(handler_.get());
+}
 
-bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y, osg::Vec3d* point,
-                       const osg::Vec4d* clip) {
+PointPicker::~PointPicker() {
+    // The viewer may keep the handler a little longer; it reports nowhere.
+    handler_->setEnabled(false);
+}
+
+void PointPicker::setEnabled(bool on) {
+    handler_->setEnabled(on);
+}
+
+bool PointPicker::isEnabled() const {
+    return handler_->isEnabled();
+}
+
+bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y, PickHit* hit,
+                       const osg::Vec4d* clip, const OSGDataManager* registry) {
     if (!camera.getViewport()) return false;
     const osg::Matrixd toWindow = camera.getViewMatrix() * camera.getProjectionMatrix() *
                                   camera.getViewport()->computeWindowMatrix();
@@ -125,12 +174,13 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
         new osgUtil::LineSegmentIntersector(osgUtil::Intersector::WINDOW, x, y);
     RayVisitor visitor(ray.get());
     camera.accept(visitor);
-    for (const auto& hit : ray->getIntersections()) {
-        const osg::Vec3d world = hit.getWorldIntersectPoint();
+    for (const auto& surface : ray->getIntersections()) {
+        const osg::Vec3d world = surface.getWorldIntersectPoint();
         if (!kept(clip, world)) continue;
         const osg::Vec4d h = osg::Vec4d(world, 1.0) * toWindow;
         bestDepth = h.w() > 0 ? h.z() / h.w() : bestDepth;
-        *point = world;
+        *hit = PickHit{objectOn(surface.nodePath, registry),
+                       static_cast<long long>(surface.primitiveIndex), world};
         break;
     }
 
@@ -140,7 +190,7 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
     PointsUnderCursor points(toWindow, eye, x, y, clip, PixelRatio::of(&camera));
     scene.accept(points);
     if (points.found() && points.depth() < bestDepth) {
-        *point = points.point();
+        *hit = PickHit{objectOn(points.path(), registry), points.element(), points.point()};
         return true;
     }
     return bestDepth < std::numeric_limits<double>::infinity();
@@ -150,21 +200,17 @@ void PointPicker::pickAt(float x, float y) {
     osgViewer::Viewer* viewer = view_->osgWidget()->viewer();
     if (!viewer || !viewer->getCamera()->getViewport()) return;
     osg::Camera& camera = *viewer->getCamera();
-    osg::Group* root = view_->root();
-    const osg::ref_ptr<osg::Node> shapes = view_->shapeGroup();
-    const osg::ref_ptr<osg::Node> axis = view_->cubeAxis() ? view_->cubeAxis()->node() : nullptr;
     osg::Vec4d clip;
-    const bool clipped = view_->clipPlane(&clip);
-    osg::Vec3d point;
-    bool hit = false;
+    const bool clipped = view_->clip().clipPlane(&clip);
+    PickHit hit;
+    bool found = false;
     {
-        // Neither shapes nor the axis can be hit; no frame draws meanwhile.
+        // Shapes and the axis carry no pickable bit; no frame draws meanwhile.
         SceneLockGuard lock(view_->osgWidget());
-        root->removeChild(shapes);
-        if (axis) root->removeChild(axis);
-        hit = pick(camera, *root, x, y, &point, clipped ? &clip : nullptr);
-        root->addChild(shapes);
-        if (axis) root->addChild(axis);
+        found = pick(camera, *view_->root(), x, y, &hit, clipped ? &clip : nullptr,
+                     &view_->content().registry());
     }
-    if (hit) emit sig_pointPicked(float(point.x()), float(point.y()), float(point.z()));
+    if (!found) return;
+    last_ = hit;
+    emit sig_pointPicked(float(hit.position.x()), float(hit.position.y()), float(hit.position.z()));
 }

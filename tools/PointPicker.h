@@ -3,8 +3,13 @@
 #include <QObject>
 #include <osg/Vec3d>
 #include <osg/Vec4d>
+#include <osg/ref_ptr>
+
+#include "PickHit.h"
 
 class GLViewer;
+class OSGDataManager;
+class PickHandler;
 namespace osg {
 class Camera;
 class Node;
@@ -13,23 +18,31 @@ class Node;
 // Picks the scene point under a click in the view. A surface (triangles,
 // lines) hit by the ray through the pixel and a point drawn within a few
 // pixels of it both count; the one nearer the eye wins, so a cloud drawn as
-// points can be picked as well as a mesh. Shapes, text and the cube axis
-// are taken out of the scene while it picks, so only data is reported.
+// points can be picked as well as a mesh. Only nodes with the pickable mask
+// bit count: shapes and the cube axis are passed by.
 class PointPicker : public QObject {
     Q_OBJECT
 public:
+    // Puts its click handler ahead of the view's camera.
     explicit PointPicker(GLViewer* view, QObject* parent = nullptr);
+    ~PointPicker() override;
 
-    // Window position (x right, y up) in the camera's viewport; the world
-    // point, false when nothing drawn is there. Parts of the scene on the
-    // negative side of 'clip' (a . p + d < 0) are not drawn and not picked
-    // when clipping is on.
-    static bool pick(osg::Camera& camera, osg::Node& scene, double x, double y, osg::Vec3d* point,
-                     const osg::Vec4d* clip = nullptr);
+    // While enabled, clicks in the view pick and the camera stays still.
+    void setEnabled(bool on);
+    bool isEnabled() const;
+
+    // Window position (x right, y up) in the camera's viewport; false when
+    // nothing drawn is there. Parts of the scene on the negative side of
+    // 'clip' (a . p + d < 0) are not drawn and not picked when clipping is
+    // on. With a registry, the hit names the render object it lies on.
+    static bool pick(osg::Camera& camera, osg::Node& scene, double x, double y, PickHit* hit,
+                     const osg::Vec4d* clip = nullptr, const OSGDataManager* registry = nullptr);
+    // The last hit of pickAt.
+    const PickHit& lastHit() const { return last_; }
 
 public slots:
     // A click at window position (x, y), y up, as the viewer hands events
-    // to the manipulator: picks and emits sig_pointPicked on a hit.
+    // on: picks and emits sig_pointPicked on a hit.
     void pickAt(float x, float y);
 
 signals:
@@ -37,4 +50,6 @@ signals:
 
 private:
     GLViewer* view_;
+    osg::ref_ptr<PickHandler> handler_;
+    PickHit last_;
 };

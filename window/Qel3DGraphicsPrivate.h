@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QStringList>
 #include <QWidget>
+#include <array>
 #include <memory>
 
 #include "Qel3DGraphics.h"
+#include "SceneModes.h"
+#include "ToolBarAction.h"
 
 class GLViewer;
 class QAction;
@@ -18,6 +20,7 @@ class PointPicker;
 class QelPointCloud;
 class QelRangeImage;
 class QVBoxLayout;
+class WindowStatus;
 
 using QelSelectPointCallback = QELMV::QelSelectPointEvent;
 
@@ -35,14 +38,8 @@ public:
     GLViewer* viewer() const { return viewer_; }
     QToolBar* toolBar() const { return toolBar_; }
     bool parentIsToolkitWidget() const { return parentIsToolkitWidget_; }
-
-    // The actions by their tool-bar text ("Render Points", "Top View", ...).
-    QAction* action(const QString& text) const;
-    QLabel* numberBadge() const { return badge_; }
-    QLabel* messageLabel() const { return message_; }
-    // The host's message, whole; the label shows at most kMaxLaidOutCharacters.
-    const QString& messageText() const { return messageText_; }
-    QLabel* statusLabel() const { return status_; }
+    QAction* action(ToolBarAction id) const { return actions_[static_cast<size_t>(id)]; }
+    WindowStatus& status() const { return *status_; }
 
     void setWindowNumber(int number, bool visible);
     void drawMessageText(const QelVar& text);
@@ -52,8 +49,8 @@ public:
     void setToolbarVisible(bool visible);
     void setStatusbarVisible(bool visible);
     void setStatusLogLevel(int level);
-    // Sets every render object to mode 0, 1 or 4 and checks its action.
-    void setElementStateForAll(int mode);
+    // Sets every render object to the mode and checks its action.
+    void setElementStateForAll(RenderMode mode);
     void setLightState(bool on);
     // Shows or hides the cube axis and checks "Toggle Axis" to match.
     void setAxisVisible(bool visible);
@@ -62,11 +59,11 @@ public:
     void colourTableChanged();
     PaintWidget* lassoLayer() const { return paint_; }
     // Selects from the last render object by the lasso drawn last and
-    // clears it (see GLViewer::selectPoints); remove keeps the outside.
+    // clears it (see OutlineSelection); remove keeps the outside.
     long selectByLasso(QelPointCloud* out, bool remove);
     long selectByLasso(QelRangeImage* out, bool remove);
-    void moveToView(int view);
-    // The view without the number badge (see GLViewer::screenShot).
+    void moveToView(StandardView view);
+    // The view without the number badge (see ScreenCapture::screenShot).
     long screenShot(QelImage* out);
     void registerSelectPoint(long long handle, QelSelectPointCallback callback, void* user);
 
@@ -86,12 +83,14 @@ public slots:
     void slt_changedRenderColor();
     void slt_showColorBar(bool visible);
     void slt_toggleLight();
+    void slt_toggleAxis(bool visible);
     void slt_moveLight();
     void slt_cleanScene();
     void slt_displayPropertyDlg();
     void slt_displayBoundingBox(bool checked);
     void slt_setBackgroundcolor();
     void slt_screenShot();
+    void slt_resetView();
     void slt_UpdateClearScene();
     void slt_moveToObliqueView();
     void slt_moveToFrontView();
@@ -100,7 +99,6 @@ public slots:
     void slt_moveToBottomView();
     void slt_moveToLeftView();
     void slt_moveToRightView();
-    void slt_setStatusBarText(const QStringList& lines);
     void slt_selectPoint();
     void slt_drawLasso();
     void slt_setNumLabelVisible(bool visible);
@@ -121,9 +119,8 @@ private:
     enum class Tool { None, Pick, Lasso };
     void setTool(Tool tool);
     void reportPickedPoint(float x, float y, float z);
+    // Builds the tool bar from the action table (Qel3DGraphicsPrivateToolBar.cpp).
     void buildToolBar();
-    QAction* addAction(const char* icon, const QString& text, bool checkable, bool checked);
-    void showStatusText();
     void warnLoadFailed();
 
     bool parentIsToolkitWidget_;
@@ -131,16 +128,11 @@ private:
     QHBoxLayout* toolBarLayout_ = nullptr;
     QToolBar* toolBar_ = nullptr;
     GLViewer* viewer_ = nullptr;
-    QLabel* badge_ = nullptr;
-    QLabel* message_ = nullptr;
-    QLabel* status_ = nullptr;
+    WindowStatus* status_ = nullptr;
     QelColorBarDialog* colorBar_ = nullptr;
     PaintWidget* paint_ = nullptr;
     PointPicker* picker_ = nullptr;
     QActionGroup* viewGroup_ = nullptr;
-    QList<QAction*> actions_;
-    QStringList statusLines_;
-    QString messageText_;
-    int logLevel_ = 0;
+    std::array<QAction*, kToolBarActionCount> actions_{};
     std::unique_ptr<SelectPointRecord> selectPoint_;
 };

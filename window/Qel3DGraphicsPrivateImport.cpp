@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <exception>
 
+#include "FileFormatTable.h"
 #include "GLViewer.h"
 #include "Qel3DFileOperation.h"
 #include "Qel3DGraphicsPrivate.h"
@@ -12,32 +13,14 @@
 #include "QelRangeImage.h"
 #include "QelTriangleMesh.h"
 #include "QelVar.h"
+#include "SceneContent.h"
 
-namespace {
-
-const char* const kImportFilter =
-    "RangeImage Files (*.srt *.png *.jpg *.bmp *.ecd *.csv *.mri *.tif *.jxr);;PointCloud File "
-    "(*.spt *.pcd *.txt *.asc *.obj *.ply *.xyz *.xyzn *.xyzrgb);;TriangleMesh Files (*.stmt "
-    "*.obj *.off *.ply *.stl)";
-
-enum class FileKind { None, Mesh, PointCloud, RangeImage };
-
-FileKind kindOfSuffix(const QString& suffix) {
-    static const QStringList mesh{"stl", "obj", "off", "ply", "stmt"};
-    static const QStringList cloud{"xyzn", "xyzrgb", "txt", "asc", "xyz", "spt", "pcd"};
-    static const QStringList range{"png", "jpg", "bmp", "gif", "srt",
-                                   "ecd", "csv", "mri", "tif", "jxr"};
-    if (mesh.contains(suffix)) return FileKind::Mesh;
-    if (cloud.contains(suffix)) return FileKind::PointCloud;
-    if (range.contains(suffix)) return FileKind::RangeImage;
-    return FileKind::None;
-}
-
-}  // namespace
+using ImportKind = qel::FileFormatTable::ImportKind;
 
 void Qel3DGraphicsPrivate::slt_importData() {
-    const QString path = QFileDialog::getOpenFileName(this, "Import", QString(), kImportFilter,
-                                                      nullptr, QFileDialog::DontUseNativeDialog);
+    const QString path = QFileDialog::getOpenFileName(
+        this, "Import", QString(), QString::fromStdString(qel::FileFormatTable::importFilter()),
+        nullptr, QFileDialog::DontUseNativeDialog);
     if (!path.isEmpty()) importFile(path);
 }
 
@@ -47,14 +30,14 @@ void Qel3DGraphicsPrivate::warnLoadFailed() {
 
 bool Qel3DGraphicsPrivate::importFile(const QString& path) {
     const QString suffix = QFileInfo(path).suffix().toLower();
-    const FileKind kind = kindOfSuffix(suffix);
-    if (kind == FileKind::None) return false;
+    const ImportKind kind = qel::FileFormatTable::importKind(suffix.toStdString());
+    if (kind == ImportKind::None) return false;
     const std::wstring wide = path.toStdWString();
     QelVar file(wide.c_str());
     QELMV::Qel3DFileOperation loader;
     long status = 0;
     try {
-        if (kind == FileKind::RangeImage) {
+        if (kind == ImportKind::RangeImage) {
             QelRangeImage image;
             if (suffix == "ecd")
                 status = loader.Load(&image, file, 1.0, 1.0, 1.0);
@@ -62,18 +45,20 @@ bool Qel3DGraphicsPrivate::importFile(const QString& path) {
                 status = image.Load(wide.c_str(), 1.0, 0.0) ? 0 : 1;
             else
                 status = loader.Load(&image, file, true);
-            if (status == 0) status = viewer_->displayRangeImage(image) >= 11000000 ? 1 : 0;
+            if (status == 0)
+                status = viewer_->content().addRangeImage(image, true) >= 11000000 ? 1 : 0;
         } else {
             // A mesh file that holds no mesh (a PLY or OBJ of vertices only)
             // is tried again as a point cloud.
             QelTriangleMesh mesh;
-            status = kind == FileKind::Mesh ? loader.Load(&mesh, file, true, true) : 1;
+            status = kind == ImportKind::Mesh ? loader.Load(&mesh, file, true, true) : 1;
             if (status == 0) {
-                status = viewer_->addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
+                status = viewer_->content().addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
             } else {
                 QelPointCloud cloud;
                 status = loader.Load(&cloud, file, true, true);
-                if (status == 0) status = viewer_->addPointCloud(cloud) >= 11000000 ? 1 : 0;
+                if (status == 0)
+                    status = viewer_->content().addPointCloud(cloud) >= 11000000 ? 1 : 0;
             }
         }
     } catch (const std::exception&) {

@@ -1,12 +1,12 @@
-// The window's tool bar: its actions in the order the user sees them, and
-// the host's mask that shows or hides them.
+// The window's tool bar: one table holds every action with its icon, text,
+// host-mask bits and slot. It builds the tool bar, answers the host's mask
+// and finds actions by id.
 #include <QAction>
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include "GLViewer.h"
 #include "Qel3DGraphicsPrivate.h"
 #include "StatusCodes.h"
 
@@ -20,55 +20,89 @@ const char* const kToolBarStyle =
     "url(:/Icons/bg-selected.png);}QToolButton:pressed{border-image: "
     "url(:/Icons/bg-selected.png);}";
 
-// The tool-bar bits of the toolbar-visibility call, with the action texts
-// they show or hide.
-struct MaskBit {
-    unsigned long bit;
-    const char* texts[7];
-};
-const MaskBit kMaskBits[] = {
-    {0x80000000, {"Import image"}},
-    {0x20000000, {"Render Points"}},
-    {0x10000000, {"Render Edges"}},
-    {0x08000000, {"Render Faces"}},
-    {0x00000002, {"Change render color mode"}},
-    {0x04000000, {"Set Point Size and Line Width"}},
-    {0x02000000, {"Toggle Axis"}},
-    {0x00800000, {"Change Background Color"}},
-    {0x00010000,
-     {"Front View", "Back View", "Left View", "Right View", "Top View", "Bottom View",
-      "Oblique View"}},
-    {0x00002000, {"Show Color Bar"}},
-    {0x00040000, {"Toggle Light"}},
-    {0x00020000, {}},
-    {0x00008000, {"Clear Mesh"}},
-    {0x00004000, {"Save Screen"}},
-    {0x00001000, {"Show Bounding Box"}},
-    {0x00000800, {"Reset View"}},
-    {0x00000010, {"Oblique View"}},
-    {0x00000020, {"Top View"}},
-    {0x00000040, {"Bottom View"}},
-    {0x00000080, {"Left View"}},
-    {0x00000100, {"Right View"}},
-    {0x00000200, {"Front View"}},
-    {0x00000400, {"Back View"}},
-    {0x00400000, {"Draw lasso"}},
-    {0x00200000, {"Select point"}},
-};
+// Host-mask bits: each names the actions it shows or hides. One bit covers
+// all seven views, and each view has a bit of its own as well.
+constexpr unsigned long kAllViewsBit = 0x00010000;
+// Recognised by the mask, though this window has no action for it.
+constexpr unsigned long kUnusedBit = 0x00020000;
+// What mask 1 stands for: the standard tool bar.
 constexpr unsigned long kStandardToolBar = 0xBE87F802;
 
-}  // namespace
+using Self = Qel3DGraphicsPrivate;
 
-QAction* Qel3DGraphicsPrivate::addAction(const char* icon, const QString& text, bool checkable,
-                                         bool checked) {
-    auto* action =
-        icon ? new QAction(QIcon(QString(":/Icons/") + icon), text, this) : new QAction(text, this);
-    action->setToolTip(text);
-    action->setCheckable(checkable);
-    action->setChecked(checked);
-    actions_.append(action);
-    return action;
-}
+enum Flags : unsigned {
+    kPlain = 0,
+    kCheckable = 1,
+    kChecked = 2,
+    // Hidden until a host shows it through the mask.
+    kHidden = 4,
+    // A separator goes before it.
+    kSeparated = 8,
+    // One of the exclusive standard views.
+    kView = 16,
+};
+
+struct ActionRow {
+    ToolBarAction id;
+    const char* icon;
+    const char* text;
+    unsigned long maskBits;
+    unsigned flags;
+    void (Self::*triggered)();
+    void (Self::*toggled)(bool);
+};
+
+const ActionRow kActions[] = {
+    {ToolBarAction::Import, "open.png", "Import image", 0x80000000, kPlain, &Self::slt_importData,
+     nullptr},
+    {ToolBarAction::SaveScreen, "screenshot.png", "Save Screen", 0x00004000, kPlain,
+     &Self::slt_screenShot, nullptr},
+    {ToolBarAction::RenderPoints, "points.png", "Render Points", 0x20000000, kCheckable,
+     &Self::slt_displayPointMode, nullptr},
+    {ToolBarAction::RenderEdges, "edges.png", "Render Edges", 0x10000000, kCheckable,
+     &Self::slt_displayLineMode, nullptr},
+    {ToolBarAction::RenderFaces, "faces.png", "Render Faces", 0x08000000, kCheckable | kChecked,
+     &Self::slt_displayFaceMode, nullptr},
+    {ToolBarAction::Properties, "pointsize.png", "Set Point Size and Line Width", 0x04000000,
+     kSeparated, &Self::slt_displayPropertyDlg, nullptr},
+    {ToolBarAction::ColorBar, "colorbar.png", "Show Color Bar", 0x00002000, kCheckable, nullptr,
+     &Self::slt_showColorBar},
+    {ToolBarAction::Light, "lights.png", "Toggle Light", 0x00040000, kCheckable | kChecked,
+     &Self::slt_toggleLight, nullptr},
+    {ToolBarAction::Axis, "coord.png", "Toggle Axis", 0x02000000, kCheckable, nullptr,
+     &Self::slt_toggleAxis},
+    {ToolBarAction::BoundingBox, "bbox.png", "Show Bounding Box", 0x00001000, kCheckable, nullptr,
+     &Self::slt_displayBoundingBox},
+    {ToolBarAction::ResetView, "zoomfit.png", "Reset View", 0x00000800, kSeparated,
+     &Self::slt_resetView, nullptr},
+    {ToolBarAction::ObliqueView, "oblique.png", "Oblique View", kAllViewsBit | 0x00000010,
+     kCheckable | kView, &Self::slt_moveToObliqueView, nullptr},
+    {ToolBarAction::TopView, "up.png", "Top View", kAllViewsBit | 0x00000020, kCheckable | kView,
+     &Self::slt_moveToTopView, nullptr},
+    {ToolBarAction::BottomView, "down.png", "Bottom View", kAllViewsBit | 0x00000040,
+     kCheckable | kView, &Self::slt_moveToBottomView, nullptr},
+    {ToolBarAction::LeftView, "left.png", "Left View", kAllViewsBit | 0x00000080,
+     kCheckable | kView, &Self::slt_moveToLeftView, nullptr},
+    {ToolBarAction::RightView, "right.png", "Right View", kAllViewsBit | 0x00000100,
+     kCheckable | kView, &Self::slt_moveToRightView, nullptr},
+    {ToolBarAction::FrontView, "front.png", "Front View", kAllViewsBit | 0x00000200,
+     kCheckable | kView, &Self::slt_moveToFrontView, nullptr},
+    {ToolBarAction::BackView, "back.png", "Back View", kAllViewsBit | 0x00000400,
+     kCheckable | kView, &Self::slt_moveToBackView, nullptr},
+    {ToolBarAction::ClearScene, "erase.png", "Clear Mesh", 0x00008000, kSeparated,
+     &Self::slt_cleanScene, nullptr},
+    {ToolBarAction::BackgroundColour, "bg_color.png", "Change Background Color", 0x00800000,
+     kSeparated, &Self::slt_setBackgroundcolor, nullptr},
+    {ToolBarAction::ColourMode, "3D.png", "Change render color mode", 0x00000002, kCheckable,
+     &Self::slt_changedRenderColor, nullptr},
+    {ToolBarAction::Lasso, "lasso.png", "Draw lasso", 0x00400000, kCheckable | kHidden,
+     &Self::slt_drawLasso, nullptr},
+    {ToolBarAction::SelectPoint, "pick.png", "Select point", 0x00200000, kCheckable | kHidden,
+     &Self::slt_selectPoint, nullptr},
+};
+static_assert(std::size(kActions) == kToolBarActionCount, "one row for every action");
+
+}  // namespace
 
 void Qel3DGraphicsPrivate::buildToolBar() {
     toolBar_ = new QToolBar("Tool Bar", this);
@@ -79,99 +113,33 @@ void Qel3DGraphicsPrivate::buildToolBar() {
     toolBarLayout_->setContentsMargins(0, 0, 0, 0);
     toolBarLayout_->addWidget(toolBar_);
     layout_->insertLayout(0, toolBarLayout_);
-
-    using Self = Qel3DGraphicsPrivate;
-    auto slot = [this](QAction* action, void (Self::*method)()) {
-        connect(action, &QAction::triggered, this, method);
-        return action;
-    };
-    toolBar_->addAction(
-        slot(addAction("open.png", "Import image", false, false), &Self::slt_importData));
-    toolBar_->addAction(
-        slot(addAction("screenshot.png", "Save Screen", false, false), &Self::slt_screenShot));
-    toolBar_->addAction(
-        slot(addAction("points.png", "Render Points", true, false), &Self::slt_displayPointMode));
-    toolBar_->addAction(
-        slot(addAction("edges.png", "Render Edges", true, false), &Self::slt_displayLineMode));
-    toolBar_->addAction(
-        slot(addAction("faces.png", "Render Faces", true, true), &Self::slt_displayFaceMode));
-    toolBar_->addSeparator();
-    QAction* property = addAction("pointsize.png", "Set Property", false, false);
-    property->setText("Set Point Size and Line Width");
-    property->setToolTip("Set Point Size and Line Width");
-    toolBar_->addAction(slot(property, &Self::slt_displayPropertyDlg));
-    QAction* colorBar = addAction("colorbar.png", "Show Color Bar", true, false);
-    connect(colorBar, &QAction::toggled, this, &Self::slt_showColorBar);
-    toolBar_->addAction(colorBar);
-    toolBar_->addAction(
-        slot(addAction("lights.png", "Toggle Light", true, true), &Self::slt_toggleLight));
-    QAction* axis = addAction("coord.png", "Toggle Axis", true, false);
-    connect(axis, &QAction::toggled, viewer_, &GLViewer::setAxisVisible);
-    toolBar_->addAction(axis);
-    QAction* bbox = addAction("bbox.png", "Show Bounding Box", true, false);
-    connect(bbox, &QAction::toggled, this, &Self::slt_displayBoundingBox);
-    toolBar_->addAction(bbox);
-    toolBar_->addSeparator();
-    QAction* reset = addAction("zoomfit.png", "Reset View", false, false);
-    connect(reset, &QAction::triggered, this, [this] { viewer_->zoomFit(); });
-    toolBar_->addAction(reset);
     viewGroup_ = new QActionGroup(this);
     viewGroup_->setExclusive(true);
-    const struct {
-        const char* icon;
-        const char* text;
-        void (Self::*method)();
-    } views[] = {{"oblique.png", "Oblique View", &Self::slt_moveToObliqueView},
-                 {"up.png", "Top View", &Self::slt_moveToTopView},
-                 {"down.png", "Bottom View", &Self::slt_moveToBottomView},
-                 {"left.png", "Left View", &Self::slt_moveToLeftView},
-                 {"right.png", "Right View", &Self::slt_moveToRightView},
-                 {"front.png", "Front View", &Self::slt_moveToFrontView},
-                 {"back.png", "Back View", &Self::slt_moveToBackView}};
-    for (const auto& view : views) {
-        QAction* action = slot(addAction(view.icon, view.text, true, false), view.method);
-        viewGroup_->addAction(action);
-        toolBar_->addAction(action);
+
+    for (const ActionRow& row : kActions) {
+        auto* a = new QAction(QIcon(QString(":/Icons/") + row.icon), row.text, this);
+        a->setToolTip(row.text);
+        a->setCheckable(row.flags & kCheckable);
+        a->setChecked(row.flags & kChecked);
+        a->setVisible(!(row.flags & kHidden));
+        if (row.triggered) connect(a, &QAction::triggered, this, row.triggered);
+        if (row.toggled) connect(a, &QAction::toggled, this, row.toggled);
+        if (row.flags & kView) viewGroup_->addAction(a);
+        if (row.flags & kSeparated) toolBar_->addSeparator();
+        toolBar_->addAction(a);
+        actions_[static_cast<size_t>(row.id)] = a;
     }
-    toolBar_->addSeparator();
-    toolBar_->addAction(
-        slot(addAction("erase.png", "Clear Mesh", false, false), &Self::slt_cleanScene));
-    toolBar_->addSeparator();
-    toolBar_->addAction(slot(addAction("bg_color.png", "Change Background Color", false, false),
-                             &Self::slt_setBackgroundcolor));
-    toolBar_->addAction(slot(addAction("3D.png", "Change render color mode", true, false),
-                             &Self::slt_changedRenderColor));
-
-    // At the end, hidden until a host shows them through the tool-bar mask.
-    QAction* lasso = addAction("lasso.png", "Draw lasso", true, false);
-    lasso->setVisible(false);
-    connect(lasso, &QAction::triggered, this, &Self::slt_drawLasso);
-    toolBar_->addAction(lasso);
-    QAction* select = addAction("pick.png", "Select point", true, false);
-    select->setVisible(false);
-    connect(select, &QAction::triggered, this, &Self::slt_selectPoint);
-    toolBar_->addAction(select);
-}
-
-QAction* Qel3DGraphicsPrivate::action(const QString& text) const {
-    for (QAction* a : actions_)
-        if (a->text() == text) return a;
-    return nullptr;
 }
 
 long Qel3DGraphicsPrivate::setToolbarMask(long mask, bool visible) {
     unsigned long bits = static_cast<unsigned long>(mask) & 0xFFFFFFFFul;
     if (bits == 1) bits = kStandardToolBar;
-    bool recognised = false;
-    for (const MaskBit& entry : kMaskBits)
-        recognised = recognised || (bits & entry.bit);
-    if (!recognised) return QelStatus::argument(2);
-    for (const MaskBit& entry : kMaskBits) {
-        if (!(bits & entry.bit)) continue;
-        for (const char* text : entry.texts)
-            if (text)
-                if (QAction* a = action(text)) a->setVisible(visible);
-    }
+    unsigned long known = kUnusedBit;
+    for (const ActionRow& row : kActions)
+        known |= row.maskBits;
+    if (!(bits & known)) return QelStatus::argument(2);
+    for (const ActionRow& row : kActions)
+        if (bits & row.maskBits) action(row.id)->setVisible(visible);
     return 0;
 }
 

@@ -6,7 +6,9 @@
 #include <QKeyEvent>
 
 #include "GLViewer.h"
+#include "OutlineSelection.h"
 #include "PaintWidget.h"
+#include "PointPicker.h"
 #include "Qel3DGraphicsPrivate.h"
 #include "QelColorBarDialog.h"
 #include "QelPointCloud.h"
@@ -20,17 +22,17 @@ void Qel3DGraphicsPrivate::registerSelectPoint(long long handle, QelSelectPointC
 }
 
 void Qel3DGraphicsPrivate::slt_selectPoint() {
-    setTool(action("Select point")->isChecked() ? Tool::Pick : Tool::None);
+    setTool(action(ToolBarAction::SelectPoint)->isChecked() ? Tool::Pick : Tool::None);
 }
 
 void Qel3DGraphicsPrivate::slt_drawLasso() {
-    setTool(action("Draw lasso")->isChecked() ? Tool::Lasso : Tool::None);
+    setTool(action(ToolBarAction::Lasso)->isChecked() ? Tool::Lasso : Tool::None);
 }
 
 void Qel3DGraphicsPrivate::setTool(Tool tool) {
-    action("Select point")->setChecked(tool == Tool::Pick);
-    action("Draw lasso")->setChecked(tool == Tool::Lasso);
-    viewer_->setPickMode(tool == Tool::Pick);
+    action(ToolBarAction::SelectPoint)->setChecked(tool == Tool::Pick);
+    action(ToolBarAction::Lasso)->setChecked(tool == Tool::Lasso);
+    picker_->setEnabled(tool == Tool::Pick);
     // The lasso layer takes the mouse from the view while it is on; its
     // outline stays for the selection call after the tool is off.
     const bool lasso = tool == Tool::Lasso;
@@ -48,7 +50,8 @@ bool Qel3DGraphicsPrivate::eventFilter(QObject* watched, QEvent* event) {
     if (watched == viewer_ && event->type() == QEvent::Resize) paint_->setGeometry(viewer_->rect());
     if (event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
-        (action("Select point")->isChecked() || action("Draw lasso")->isChecked())) {
+        (action(ToolBarAction::SelectPoint)->isChecked() ||
+         action(ToolBarAction::Lasso)->isChecked())) {
         setTool(Tool::None);
         return true;
     }
@@ -63,16 +66,16 @@ void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
 
 long Qel3DGraphicsPrivate::selectByLasso(QelPointCloud* out, bool remove) {
     bool used = false;
-    const long status =
-        viewer_->selectPoints(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    const long status = OutlineSelection(*viewer_).selectPoints(
+        paint_->outline(), paint_->shapeMode(), !remove, out, &used);
     if (used) paint_->clear();
     return status;
 }
 
 long Qel3DGraphicsPrivate::selectByLasso(QelRangeImage* out, bool remove) {
     bool used = false;
-    const long status =
-        viewer_->selectRangeSamples(paint_->outline(), paint_->shapeMode(), !remove, out, &used);
+    const long status = OutlineSelection(*viewer_).selectRangeSamples(
+        paint_->outline(), paint_->shapeMode(), !remove, out, &used);
     if (used) paint_->clear();
     return status;
 }

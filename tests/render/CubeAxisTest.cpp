@@ -104,7 +104,7 @@ TEST(CubeAxis, FlatDataHasNoAxis) {
 
     // The view shows flat data without an axis and without a failure.
     auto view = makeView(160, 120);
-    view->setAxisVisible(true);
+    view->decorations().setAxisVisible(true);
     QelVector3dArray points;
     points.SetSize(3);
     points[0] = QelVector3d(0, 0, 1);
@@ -112,8 +112,8 @@ TEST(CubeAxis, FlatDataHasNoAxis) {
     points[2] = QelVector3d(0, 3, 1);
     QelPointCloud cloud;
     cloud.SetPoints(points);
-    EXPECT_GE(view->addPointCloud(cloud), 1);
-    EXPECT_EQ(view->cubeAxis(), nullptr);
+    EXPECT_GE(view->content().addPointCloud(cloud), 1);
+    EXPECT_EQ(view->decorations().cubeAxis(), nullptr);
     EXPECT_EQ(view->root()->getNumChildren(), 4u);
     EXPECT_FALSE(view->grabFrame().isNull());
 }
@@ -196,13 +196,13 @@ TEST(CubeAxis, LayoutStaysUntilTheViewChangesEnough) {
 
 TEST(CubeAxis, LabelsTakeTheInverseOfTheBackground) {
     auto view = makeView(160, 120);
-    view->setAxisVisible(true);
-    ASSERT_GE(view->addPointCloud(wavySurface()), 1);
-    ASSERT_NE(view->cubeAxis(), nullptr);
-    view->setBackgroundColor(255, 255, 255, 255);
-    EXPECT_EQ(view->cubeAxis()->labelColor(), osg::Vec4(0, 0, 0, 1));
-    view->setBackgroundColor(10, 20, 30, 255);
-    EXPECT_EQ(view->cubeAxis()->labelColor(),
+    view->decorations().setAxisVisible(true);
+    ASSERT_GE(view->content().addPointCloud(wavySurface()), 1);
+    ASSERT_NE(view->decorations().cubeAxis(), nullptr);
+    view->decorations().setBackgroundColor(255, 255, 255, 255);
+    EXPECT_EQ(view->decorations().cubeAxis()->labelColor(), osg::Vec4(0, 0, 0, 1));
+    view->decorations().setBackgroundColor(10, 20, 30, 255);
+    EXPECT_EQ(view->decorations().cubeAxis()->labelColor(),
               osg::Vec4(245 / 255.0f, 235 / 255.0f, 225 / 255.0f, 1.0f));
 }
 
@@ -210,24 +210,24 @@ TEST(CubeAxis, LabelsTakeTheInverseOfTheBackground) {
 // a pixel of the data, and each one's box holds pixels of its text.
 TEST(CubeAxis, LabelsNeverTouchEachOtherOrTheDataAtTheStandardViews) {
     auto view = makeView(640, 520);
-    ASSERT_GE(view->addPointCloud(wavySurface()), 1);
-    view->setPointSize(1, 2.0f);
+    ASSERT_GE(view->content().addPointCloud(wavySurface()), 1);
+    view->content().setPointSize(1, 2.0f);
     const char* names[] = {"top", "bottom", "front", "back", "left", "right", "oblique"};
     for (int v = 0; v <= 6; ++v) {
         SCOPED_TRACE(names[v]);
-        view->setAxisVisible(false);
-        view->moveToView(v);
-        view->zoomFit();
-        view->setAxisVisible(true);
-        view->zoomFit();  // leaves room for the labels
+        view->decorations().setAxisVisible(false);
+        view->camera().moveToView(static_cast<StandardView>(v));
+        view->camera().zoomFit();
+        view->decorations().setAxisVisible(true);
+        view->camera().zoomFit();  // leaves room for the labels
         const QImage withAxis = view->grabFrame();
-        view->setAxisVisible(false);
+        view->decorations().setAxisVisible(false);
         const QImage dataOnly = view->grabFrame();
-        view->setAxisVisible(true);
+        view->decorations().setAxisVisible(true);
         const QImage again = view->grabFrame();
         ASSERT_EQ(again, withAxis) << "the same view, the same layout";
         keepImage(withAxis, (std::string("cube-axis-") + names[v]).c_str());
-        const auto& labels = view->cubeAxis()->labels();
+        const auto& labels = view->decorations().cubeAxis()->labels();
         ASSERT_GE(labels.size(), 6u);
         for (size_t i = 0; i < labels.size(); ++i) {
             const auto& a = labels[i];
@@ -254,12 +254,12 @@ TEST(CubeAxis, LabelsNeverTouchEachOtherOrTheDataAtTheStandardViews) {
 
 TEST(CubeAxis, GridAndClipPlaneChangeWhatIsDrawn) {
     auto view = makeView(320, 260);
-    ASSERT_GE(view->addPointCloud(wavySurface()), 1);
-    view->moveToView(6);
-    view->setAxisVisible(true);
-    view->zoomFit();
+    ASSERT_GE(view->content().addPointCloud(wavySurface()), 1);
+    view->camera().moveToView(StandardView::Oblique);
+    view->decorations().setAxisVisible(true);
+    view->camera().zoomFit();
     const QImage full = view->grabFrame();
-    view->setGridVisible(false);
+    view->decorations().setGridVisible(false);
     const QImage noGrid = view->grabFrame();
     EXPECT_GT(countUnlike(noGrid, Qt::black, 0), 0);
     int changed = 0;
@@ -267,7 +267,7 @@ TEST(CubeAxis, GridAndClipPlaneChangeWhatIsDrawn) {
         for (int x = 0; x < full.width(); ++x)
             changed += full.pixel(x, y) != noGrid.pixel(x, y);
     EXPECT_GT(changed, 200) << "the grid draws lines";
-    view->setGridVisible(true);
+    view->decorations().setGridVisible(true);
     EXPECT_EQ(view->grabFrame(), full);
 }
 

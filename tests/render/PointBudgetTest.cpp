@@ -13,6 +13,7 @@
 #include "MRenderer.h"
 #include "OSGDataManager.h"
 #include "OSGPointCloud.h"
+#include "OutlineSelection.h"
 #include "PointPicker.h"
 #include "QelPointCloud.h"
 #include "QelVector3dArray.h"
@@ -47,7 +48,10 @@ int lassoed(GLViewer& view) {
     const QVector<QPointF> outline{{5, 5}, {150, 295}};
     QelPointCloud selected;
     bool used = false;
-    if (view.selectPoints(outline, 1, true, &selected, &used) != 0 || !used) return -1;
+    if (OutlineSelection(view).selectPoints(outline, LassoShape::Rectangle, true, &selected,
+                                            &used) != 0 ||
+        !used)
+        return -1;
     return selected.Length();
 }
 
@@ -59,10 +63,10 @@ int lit(const QImage& image) {
 
 TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     auto view = makeView(300, 300);
-    view->setPointBudget(5000);
-    const long id = view->addPointCloud(dense());
+    view->budget().setBudget(5000);
+    const long id = view->content().addPointCloud(dense());
     ASSERT_GE(id, 1);
-    auto* cloud = static_cast<OSGPointCloud*>(view->registry().find(int(id)));
+    auto* cloud = static_cast<OSGPointCloud*>(view->content().registry().find(int(id)));
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "a still view draws everything";
     const QImage still = view->grabFrame();
@@ -72,7 +76,7 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     QWidget* w = view->osgWidget();
     mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
     paintFrame(*view);
-    EXPECT_TRUE(view->isMoving());
+    EXPECT_TRUE(view->budget().isMoving());
     EXPECT_LE(cloud->drawnCount(), 5000u);
     EXPECT_GE(cloud->drawnCount(), 4000u);
 
@@ -87,17 +91,18 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     osg::Camera& camera = *view->osgWidget()->viewer()->getCamera();
     bool checked = false;
     for (int x = 140; x < 160 && !checked; ++x) {
-        osg::Vec3d hit;
+        PickHit hit;
         ASSERT_TRUE(PointPicker::pick(camera, *view->root(), x, 150, &hit));
-        const int index =
-            int(std::lround((hit.x() + 5) / 0.05)) * kSide + int(std::lround((hit.y() + 5) / 0.05));
+        const int index = int(std::lround((hit.position.x() + 5) / 0.05)) * kSide +
+                          int(std::lround((hit.position.y() + 5) / 0.05));
         if (index % 8 == 0) continue;
-        view->setPointBudget(0);
+        view->budget().setBudget(0);
         paintFrame(*view);
-        osg::Vec3d still;
+        PickHit still;
         ASSERT_TRUE(PointPicker::pick(camera, *view->root(), x, 150, &still));
-        EXPECT_EQ(hit, still);
-        view->setPointBudget(5000);
+        EXPECT_EQ(hit.position, still.position);
+        EXPECT_EQ(hit.element, still.element);
+        view->budget().setBudget(5000);
         paintFrame(*view);
         checked = true;
     }
@@ -108,11 +113,11 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     EXPECT_LE(cloud->drawnCount(), 5000u);
     mouse(w, QEvent::MouseButtonRelease, {180, 160}, Qt::NoButton);
     paintFrame(*view);
-    EXPECT_FALSE(view->isMoving());
+    EXPECT_FALSE(view->budget().isMoving());
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "the settle frame";
 
     // Without a budget nothing is left out.
-    view->setPointBudget(0);
+    view->budget().setBudget(0);
     mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
@@ -122,23 +127,23 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
 
 TEST(PointBudget, TheWheelSettlesOnceAfterItsLastStep) {
     auto view = makeView(300, 300);
-    view->setPointBudget(5000);
-    const long id = view->addPointCloud(dense());
-    auto* cloud = static_cast<OSGPointCloud*>(view->registry().find(int(id)));
+    view->budget().setBudget(5000);
+    const long id = view->content().addPointCloud(dense());
+    auto* cloud = static_cast<OSGPointCloud*>(view->content().registry().find(int(id)));
     paintFrame(*view);
     QWidget* w = view->osgWidget();
     QWheelEvent wheel(QPointF(150, 150), w->mapToGlobal(QPoint(150, 150)), QPoint(), QPoint(0, 120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(w, &wheel);
     paintFrame(*view);
-    EXPECT_TRUE(view->isMoving());
+    EXPECT_TRUE(view->budget().isMoving());
     EXPECT_LE(cloud->drawnCount(), 5000u);
     // A little later the view settles by itself and draws every point.
     QElapsedTimer clock;
     clock.start();
-    while (view->isMoving() && clock.elapsed() < 2000)
+    while (view->budget().isMoving() && clock.elapsed() < 2000)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    EXPECT_FALSE(view->isMoving());
+    EXPECT_FALSE(view->budget().isMoving());
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
 }
@@ -147,13 +152,13 @@ TEST(PointBudget, AHighDensityViewDividesTheBudgetByItsRatio) {
     // Each point covers ratio^2 device pixels there; the budget shrinks by
     // the ratio so a frame in motion stays as quick.
     auto view = makeView(300, 300);
-    view->setPointBudget(5000);
-    view->setMoving(true);
-    EXPECT_EQ(view->effectiveBudget(), 5000u);
+    view->budget().setBudget(5000);
+    view->budget().setMoving(true);
+    EXPECT_EQ(view->budget().effectiveBudget(), 5000u);
     view->osgWidget()->renderer()->resize(600, 600, 2.0f);
-    EXPECT_EQ(view->effectiveBudget(), 2500u);
+    EXPECT_EQ(view->budget().effectiveBudget(), 2500u);
     view->osgWidget()->renderer()->resize(450, 450, 1.5f);
-    EXPECT_EQ(view->effectiveBudget(), 3334u);
-    view->setMoving(false);
-    EXPECT_EQ(view->effectiveBudget(), 0u) << "a still frame draws every point";
+    EXPECT_EQ(view->budget().effectiveBudget(), 3334u);
+    view->budget().setMoving(false);
+    EXPECT_EQ(view->budget().effectiveBudget(), 0u) << "a still frame draws every point";
 }

@@ -7,8 +7,15 @@
 #include <osg/Geode>
 #include <osg/Geometry>
 
+#include "CameraController.h"
+#include "ClipPlane.h"
 #include "GLViewer.h"
+#include "LightController.h"
+#include "PointBudget.h"
 #include "QelOSGWidget.h"
+#include "SceneContent.h"
+#include "ScreenCapture.h"
+#include "ViewDecorations.h"
 #include "ViewerManipulator.h"
 
 inline osg::ref_ptr<osg::Vec3Array> vec3s(std::initializer_list<osg::Vec3> values) {

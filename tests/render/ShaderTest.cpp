@@ -31,7 +31,7 @@ TEST(ShaderADS, FrontAndBackLightingFollowTheWeights) {
     const osg::Vec4 c(0.8f, 0.4f, 0.2f, 1.0f);
     osg::ref_ptr<osg::Geode> quad =
         makeQuad({-5, -5, 0}, {5, -5, 0}, {5, 5, 0}, {-5, 5, 0}, c, osg::Vec3(0, 0, 1));
-    view->dataGroup()->addChild(quad);
+    view->content().dataGroup()->addChild(quad);
     QImage image = view->grabFrame();
     keepImage(image, "shader-front-lit");
     // The light runs along the view direction; at the centre the surface
@@ -45,13 +45,13 @@ TEST(ShaderADS, FrontAndBackLightingFollowTheWeights) {
     // by the back-face brightness.
     quad->getDrawable(0)->asGeometry()->setNormalArray(vec3s({{0, 0, -1}}),
                                                        osg::Array::BIND_OVERALL);
-    ASSERT_EQ(view->lighting()->setBackfaceBrightness(0.5f), 0);
+    ASSERT_EQ(view->light().lighting()->setBackfaceBrightness(0.5f), 0);
     image = view->grabFrame();
     expectNear(image.pixelColor(100, 100), 0.5 * (0.6 * c.r() + 0.6) / 1.2,
                0.5 * (0.6 * c.g() + 0.6) / 1.2, 0.5 * (0.6 * c.b() + 0.6) / 1.2);
 
     // Without the light, the plain colour.
-    view->setLightState(false);
+    view->light().setLightState(false);
     image = view->grabFrame();
     expectNear(image.pixelColor(100, 100), c.r(), c.g(), c.b());
 }
@@ -60,11 +60,12 @@ TEST(ShaderADS, ClipPlaneKeepsThePositiveSide) {
     auto view = makeView();
     // A quad whose model z runs from 0 at x = -5 to 10 at x = 5, drawn unlit
     // by the ambient and diffuse terms alone (any colour will do).
-    view->dataGroup()->addChild(makeQuad({-5, -5, 0}, {5, -5, 10}, {5, 5, 10}, {-5, 5, 0},
-                                         osg::Vec4(1, 1, 1, 1), osg::Vec3(-0.707f, 0, 0.707f)));
+    view->content().dataGroup()->addChild(makeQuad({-5, -5, 0}, {5, -5, 10}, {5, 5, 10}, {-5, 5, 0},
+                                                   osg::Vec4(1, 1, 1, 1),
+                                                   osg::Vec3(-0.707f, 0, 0.707f)));
     const QColor background = view->grabFrame().pixelColor(2, 2);
-    ASSERT_EQ(view->lighting()->setClipPlane(0, 0, 1, -5), 0);
-    EXPECT_TRUE(view->lighting()->isClipped());
+    ASSERT_EQ(view->light().lighting()->setClipPlane(0, 0, 1, -5), 0);
+    EXPECT_TRUE(view->light().lighting()->isClipped());
     const QImage image = view->grabFrame();
     keepImage(image, "shader-clip-plane");
     // z = 5 lies at x = 0, which the camera on the z axis sees at the centre
@@ -133,11 +134,11 @@ int differingPixels(const QImage& a, const QImage& b) {
 
 TEST(NamedPrograms, EachCompilesLinksAndChangesThePicture) {
     auto view = makeView();
-    view->setLightState(false);
+    view->light().setLightState(false);
     osg::ref_ptr<osg::Geode> points = makePointGrid();
     osg::ref_ptr<osg::Geode> quad =
         makeQuad({-4, -4, 1}, {4, -4, 1}, {4, 4, 1}, {-4, 4, 1}, osg::Vec4(0.2f, 0.4f, 1.0f, 1.0f));
-    view->dataGroup()->addChild(points);
+    view->content().dataGroup()->addChild(points);
     const QImage plainPoints = view->grabFrame();
 
     ShaderPointSprite sprite(points.get());
@@ -166,8 +167,8 @@ TEST(NamedPrograms, EachCompilesLinksAndChangesThePicture) {
     EXPECT_GT(differingPixels(sprites, surfels), 500) << "splats are flat, spheres are shaded";
     surfel.detach();
 
-    view->dataGroup()->removeChild(points);
-    view->dataGroup()->addChild(quad);
+    view->content().dataGroup()->removeChild(points);
+    view->content().dataGroup()->addChild(quad);
     const QImage opaque = view->grabFrame();
     ShaderGlass glass(quad.get());
     ASSERT_TRUE(glass.create());
@@ -179,7 +180,7 @@ TEST(NamedPrograms, EachCompilesLinksAndChangesThePicture) {
     EXPECT_TRUE(programLinked(*view, glassProgram));
     EXPECT_GT(differingPixels(opaque, glassAlone), 10000);
     // The points behind the glass show through it.
-    view->dataGroup()->addChild(points);
+    view->content().dataGroup()->addChild(points);
     const QImage glassOverPoints = view->grabFrame();
     keepImage(glassOverPoints, "program-glass");
     int seenThrough = 0;

@@ -13,14 +13,14 @@
 TEST(ViewScene, ClearColourIsTheBackgroundColour) {
     GLViewer view;
     view.resize(120, 80);
-    view.setBackgroundColor(10, 200, 30, 255);
+    view.decorations().setBackgroundColor(10, 200, 30, 255);
     const QImage image = view.grabFrame();
     ASSERT_EQ(image.size(), QSize(120, 80));
     EXPECT_EQ(countUnlike(image, QColor(10, 200, 30), 0), 0);
     EXPECT_TRUE(view.isInitialised());
     ASSERT_EQ(view.root()->getNumChildren(), 4u);
-    EXPECT_EQ(view.root()->getChild(1), view.dataGroup());
-    view.setBackgroundColor(255, 255, 255, 255);
+    EXPECT_EQ(view.root()->getChild(1), view.content().dataGroup());
+    view.decorations().setBackgroundColor(255, 255, 255, 255);
     EXPECT_EQ(countUnlike(view.grabFrame(), QColor(255, 255, 255), 0), 0);
 }
 
@@ -35,20 +35,20 @@ TEST(ViewScene, GrabAtAnotherSizeLeavesTheSurfaceAlone) {
 
 TEST(TextOverlay, GbkTextDrawsOverTheData) {
     auto view = makeView(240, 160);
-    view->setBackgroundColor(0, 0, 0, 255);
-    view->setLightState(false);
+    view->decorations().setBackgroundColor(0, 0, 0, 255);
+    view->light().setLightState(false);
     // "中文" in GBK.
     const QelVar text("\xd6\xd0\xce\xc4");
     const long first =
-        view->addTextOverlay(text, QelVector3d(-6, 3, 0), 4.0f, QelColor(0, 255, 0, 255));
+        view->content().addTextOverlay(text, QelVector3d(-6, 3, 0), 4.0f, QelColor(0, 255, 0, 255));
     QImage image = view->grabFrame();
     keepImage(image, "text-overlay");
     const int green = image.width() * image.height() - countUnlike(image, QColor(0, 255, 0), 60);
     EXPECT_GT(green, 60) << "the two characters draw green pixels";
-    EXPECT_EQ(view->textOverlays().find(first)->text()->getText().size(), 2u);
+    EXPECT_EQ(view->content().textOverlays().find(first)->text()->getText().size(), 2u);
 
     // A red quad between the eye and the text hides nothing of it.
-    view->dataGroup()->addChild(
+    view->content().dataGroup()->addChild(
         makeQuad({-20, -20, 5}, {20, -20, 5}, {20, 20, 5}, {-20, 20, 5}, osg::Vec4(1, 0, 0, 1)));
     image = view->grabFrame();
     keepImage(image, "text-overlay-over-data");
@@ -56,23 +56,24 @@ TEST(TextOverlay, GbkTextDrawsOverTheData) {
         image.width() * image.height() - countUnlike(image, QColor(0, 255, 0), 60);
     EXPECT_NEAR(greenOverData, green, green / 10);
 
-    const long second = view->addTextOverlay(QelVar(L"wide"), QelVector3d(0, 0, 0), 1.0f,
-                                             QelColor(255, 255, 255, 255));
+    const long second = view->content().addTextOverlay(QelVar(L"wide"), QelVector3d(0, 0, 0), 1.0f,
+                                                       QelColor(255, 255, 255, 255));
     EXPECT_EQ(second, first + 1);
-    EXPECT_EQ(view->removeTextOverlay(first), 0);
-    EXPECT_EQ(view->removeTextOverlay(first), 11100022);
-    EXPECT_EQ(view->removeTextOverlay(-1), 11100022);
-    EXPECT_EQ(view->removeAllTextOverlays(), 0);
-    EXPECT_EQ(view->textOverlayCount(), 0);
+    EXPECT_EQ(view->content().removeTextOverlay(first), 0);
+    EXPECT_EQ(view->content().removeTextOverlay(first), 11100022);
+    EXPECT_EQ(view->content().removeTextOverlay(-1), 11100022);
+    EXPECT_EQ(view->content().removeAllTextOverlays(), 0);
+    EXPECT_EQ(view->content().textOverlayCount(), 0);
     EXPECT_GT(ObjectIdCounter::peek(), second);
 }
 
 TEST(ViewScene, ManyViewsComeAndGo) {
     for (int i = 0; i < 20; ++i) {
         auto view = makeView(64, 64);
-        view->dataGroup()->addChild(
+        view->content().dataGroup()->addChild(
             makeQuad({-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}, {1, 1, 1, 1}));
-        view->addTextOverlay(QelVar("x"), QelVector3d(0, 0, 0), 1.0f, QelColor(255, 255, 255, 255));
+        view->content().addTextOverlay(QelVar("x"), QelVector3d(0, 0, 0), 1.0f,
+                                       QelColor(255, 255, 255, 255));
         EXPECT_EQ(view->grabFrame().size(), QSize(64, 64));
     }
 }

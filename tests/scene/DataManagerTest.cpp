@@ -10,9 +10,10 @@ namespace {
 // A render object of any kind that records what the registry asks of it.
 class FakeObject : public OSGData {
 public:
-    FakeObject(int id, int kind, int* deleted) : OSGData(id, kind, true), deleted_(deleted) {}
+    FakeObject(ObjectId id, ObjectKind kind, int* deleted)
+        : OSGData(id, kind, true), deleted_(deleted) {}
     ~FakeObject() override { ++*deleted_; }
-    void setRenderMode(int mode) override { renderMode_ = mode; }
+    void setRenderMode(RenderMode mode) override { renderMode_ = mode; }
 
 private:
     int* deleted_;
@@ -25,9 +26,11 @@ TEST(DataManager, RemovesByIdKindAndAll) {
     OSGDataManager registry;
     int emptied = 0;
     QObject::connect(&registry, &OSGDataManager::sig_dataIsEmpty, [&] { ++emptied; });
-    for (int kind : {1, 3, 2, 4, 1})
-        registry.add(
-            std::make_unique<FakeObject>(10 + kind * 10 + registry.count(), kind, &deleted));
+    for (ObjectKind kind :
+         {ObjectKind::PointCloud, ObjectKind::TriangleMesh, ObjectKind::RangeImage,
+          ObjectKind::RangeImageStream, ObjectKind::PointCloud})
+        registry.add(std::make_unique<FakeObject>(
+            10 + static_cast<int>(kind) * 10 + registry.count(), kind, &deleted));
     ASSERT_EQ(registry.count(), 5);
     EXPECT_EQ(registry.group()->getNumChildren(), 5u);
 
@@ -37,17 +40,17 @@ TEST(DataManager, RemovesByIdKindAndAll) {
     EXPECT_FALSE(registry.remove(999));
     EXPECT_EQ(deleted, 0);
 
-    registry.setModeForAll(4);
-    EXPECT_EQ(registry.at(3)->renderMode(), 4);
+    registry.setModeForAll(RenderMode::Faces);
+    EXPECT_EQ(registry.at(3)->renderMode(), RenderMode::Faces);
 
     registry.removeRangeImages();
     EXPECT_EQ(registry.count(), 3);
     EXPECT_EQ(deleted, 2);
-    registry.removeKind(1);
+    registry.removeKind(ObjectKind::PointCloud);
     EXPECT_EQ(registry.count(), 1);
-    EXPECT_EQ(registry.at(0)->kind(), 3);
+    EXPECT_EQ(registry.at(0)->kind(), ObjectKind::TriangleMesh);
     EXPECT_EQ(registry.group()->getNumChildren(), 1u);
-    registry.removeKind(1);  // none left: nothing happens
+    registry.removeKind(ObjectKind::PointCloud);  // none left: nothing happens
     EXPECT_EQ(registry.count(), 1);
     EXPECT_EQ(emptied, 0);
     EXPECT_TRUE(registry.remove(registry.at(0)->id()));
@@ -60,12 +63,12 @@ TEST(DataManager, SameObjectListedOnceAndDestroyedWithTheRegistry) {
     int deleted = 0;
     {
         OSGDataManager registry;
-        auto object = std::make_unique<FakeObject>(1, 1, &deleted);
+        auto object = std::make_unique<FakeObject>(1, ObjectKind::PointCloud, &deleted);
         FakeObject* raw = object.get();
         registry.add(std::move(object));
         registry.add(std::unique_ptr<OSGData>(raw));  // the same object again
         EXPECT_EQ(registry.count(), 1);
-        registry.add(std::make_unique<FakeObject>(2, 3, &deleted));
+        registry.add(std::make_unique<FakeObject>(2, ObjectKind::TriangleMesh, &deleted));
     }
     EXPECT_EQ(deleted, 2);
 }

@@ -48,7 +48,8 @@ struct Stream {
     OSGDataStream object;
     std::vector<unsigned char> colours;
     explicit Stream(const QelRangeImageParameter& p)
-        : object(p, 4, 1), colours(size_t(kWidth * kHeight * p.colourChannels), 200) {
+        : object(p, RenderMode::Faces, 1),
+          colours(size_t(kWidth * kHeight * p.colourChannels), 200) {
         EXPECT_EQ(object.initialize(), 0);
     }
     template <typename T>
@@ -93,7 +94,7 @@ TEST(DataStream, VerticesNormalsAndTrianglesMatchTheImageDisplayedWhole) {
     limited[6 * kWidth + 5] = 0;
     std::memcpy(whole.Data(), limited.data(), limited.size() * 2);
     whole.SetInfo(0.5, 0.25, 0.01, 0, 0, 100);
-    OSGRangeImage displayed(whole, 4, 2, 1, true);
+    OSGRangeImage displayed(whole, RenderMode::Faces, 2, 1, true);
     ASSERT_EQ(displayed.vertexArray()->size(), s.object.vertexArray()->size());
     for (size_t i = 0; i < displayed.vertexArray()->size(); ++i)
         ASSERT_LT(((*displayed.vertexArray())[i] - (*s.object.vertexArray())[i]).length(), 1e-5)
@@ -168,11 +169,11 @@ TEST(DataStream, RenderModesSwitchPrimitives) {
     ASSERT_EQ(s.append(samples16(), 0, kHeight), 0);
     osg::Geometry* g = s.object.geometry();
     EXPECT_EQ(g->getPrimitiveSet(0)->getMode(), GLenum(GL_TRIANGLES));
-    s.object.setRenderMode(0);
+    s.object.setRenderMode(RenderMode::Points);
     EXPECT_EQ(g->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
     EXPECT_EQ(static_cast<osg::DrawArrays*>(g->getPrimitiveSet(0))->getCount(),
               GLsizei(s.object.vertexArray()->size()));
-    s.object.setRenderMode(1);
+    s.object.setRenderMode(RenderMode::Wireframe);
     EXPECT_EQ(g->getPrimitiveSet(0)->getMode(), GLenum(GL_TRIANGLES));
     const auto* mode = dynamic_cast<const osg::PolygonMode*>(
         g->getStateSet()->getAttribute(osg::StateAttribute::POLYGONMODE));

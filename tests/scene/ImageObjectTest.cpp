@@ -9,7 +9,8 @@
 TEST(ImageObject, AutomaticStepSamplesEveryFourthPixel) {
     std::vector<unsigned char> grey(1000 * 1000, 7);
     grey[4 * 1000 + 8] = 200;  // row 4, column 8
-    OSGImage image(QelImage(grey.data(), 1000, 1000, 1000, 1, QEL_IMAGE_8U), 0, 1, 0);
+    OSGImage image(QelImage(grey.data(), 1000, 1000, 1000, 1, QEL_IMAGE_8U), RenderMode::Points, 1,
+                   0);
     EXPECT_EQ(image.rows(), 250);
     EXPECT_EQ(image.columns(), 250);
     ASSERT_EQ(image.vertexArray()->size(), 250u * 250u);
@@ -18,7 +19,7 @@ TEST(ImageObject, AutomaticStepSamplesEveryFourthPixel) {
     EXPECT_EQ(image.maxZ(), 200);
     EXPECT_EQ(image.geometry()->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
 
-    image.setRenderMode(4);
+    image.setRenderMode(RenderMode::Faces);
     EXPECT_EQ(image.geometry()->getPrimitiveSet(0)->getNumIndices(), 6u * 249 * 249);
     image.setStep(10);
     EXPECT_EQ(image.rows(), 100);
@@ -33,11 +34,11 @@ TEST(ImageObject, AutomaticStepSamplesEveryFourthPixel) {
 TEST(ImageObject, SixteenBitAndColourPixels) {
     const unsigned short full[] = {65535, 0};
     OSGImage deep(QelImage(reinterpret_cast<const unsigned char*>(full), 2, 1, 4, 1, QEL_IMAGE_16U),
-                  0, 1, 1);
+                  RenderMode::Points, 1, 1);
     EXPECT_FLOAT_EQ((*deep.vertexArray())[0].z(), 255.0f);
 
     const unsigned char bgr[] = {10, 20, 30};
-    OSGImage colour(QelImage(bgr, 1, 1, 3, 3, QEL_IMAGE_8U), 4, 2, 1);
+    OSGImage colour(QelImage(bgr, 1, 1, 3, 3, QEL_IMAGE_8U), RenderMode::Faces, 2, 1);
     EXPECT_NEAR((*colour.vertexArray())[0].z(), 18.15, 1e-4);
     const osg::Vec4 c = (*colour.colorArray())[0];
     EXPECT_NEAR(c.r(), 30 / 255.0, 1e-6);

@@ -31,29 +31,29 @@ void expectColour(const osg::Vec4& c, float r, float g, float b) {
 }  // namespace
 
 TEST(PointCloudObject, InvalidPointsKeepTheirSlot) {
-    OSGPointCloud obj(cloudOf({{0, 0, 1}, {1, 0, 4}, {2, 2, FLT_MAX}, {3, 0, -2}, {4, 0, NAN}}), 0,
-                      7, true);
+    OSGPointCloud obj(cloudOf({{0, 0, 1}, {1, 0, 4}, {2, 2, FLT_MAX}, {3, 0, -2}, {4, 0, NAN}}),
+                      RenderMode::Points, 7, true);
     ASSERT_EQ(obj.isValid(), 1);
     ASSERT_EQ(obj.vertexArray()->size(), 5u);
     EXPECT_EQ((*obj.vertexArray())[2], osg::Vec3(0, 0, 0));
     EXPECT_EQ((*obj.vertexArray())[4], osg::Vec3(0, 0, 0));
     EXPECT_EQ(obj.minZ(), -2.0);
     EXPECT_EQ(obj.maxZ(), 4.0);
-    EXPECT_EQ(obj.kind(), OSGData::PointCloud);
+    EXPECT_EQ(obj.kind(), ObjectKind::PointCloud);
     EXPECT_EQ(obj.id(), 7);
 
-    OSGPointCloud empty(QelPointCloud(), 0, 8, true);
+    OSGPointCloud empty(QelPointCloud(), RenderMode::Points, 8, true);
     EXPECT_EQ(empty.isValid(), 0);
     EXPECT_EQ(empty.geometry()->getNumPrimitiveSets(), 0u);
 }
 
 TEST(PointCloudObject, HeightColoursUseFixedEndsAndTheInvertedTable) {
-    OSGPointCloud flat(cloudOf({{0, 0, 2}, {1, 1, 2}}), 0, 1, true);
+    OSGPointCloud flat(cloudOf({{0, 0, 2}, {1, 1, 2}}), RenderMode::Points, 1, true);
     flat.applyDefaultColours();
     expectColour(flat.colourAt(0), 0, 0, 1);  // span 100, t = 0: blue
 
     ColorMapIndex::set(0);  // grey: white at position 0, unlike the red above the range
-    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 10}, {2, 0, 5}}), 0, 2, true);
+    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 10}, {2, 0, 5}}), RenderMode::Points, 2, true);
     obj.applyColourMap(0.0, 10.0);
     expectColour(obj.colourAt(0), 0, 0, 1);
     expectColour(obj.colourAt(1), 1, 1, 1);  // t = 1 looks up position 0
@@ -63,7 +63,8 @@ TEST(PointCloudObject, HeightColoursUseFixedEndsAndTheInvertedTable) {
     EXPECT_EQ(ColorMapIndex::current(), 0);
     ColorMapIndex::set(5);
 
-    OSGPointCloud allInvalid(cloudOf({{0, 0, FLT_MAX}, {1, 0, FLT_MAX}}), 0, 3, true);
+    OSGPointCloud allInvalid(cloudOf({{0, 0, FLT_MAX}, {1, 0, FLT_MAX}}), RenderMode::Points, 3,
+                             true);
     allInvalid.applyDefaultColours();
     expectColour(allInvalid.colourAt(1), 0, 0, 1);
 }
@@ -74,7 +75,7 @@ TEST(PointCloudObject, OwnColoursAndExplicitColours) {
     own.Create(2, 3);
     own.Data()[3] = 255;  // second point red
     cloud.SetColors(own);
-    OSGPointCloud obj(cloud, 0, 1, false);
+    OSGPointCloud obj(cloud, RenderMode::Points, 1, false);
     obj.applyDefaultColours();
     expectColour(obj.colourAt(1), 1, 0, 0);
     obj.setUseHeightColours(true);
@@ -97,15 +98,15 @@ TEST(PointCloudObject, OwnColoursAndExplicitColours) {
 }
 
 TEST(PointCloudObject, PointModesSizesAndVisibility) {
-    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 1}}), 0, 1, true);
+    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 1}}), RenderMode::Points, 1, true);
     obj.setPointSize(4.0f);
-    obj.setPointRenderMode(1);
-    obj.setPointRenderMode(1);
+    obj.setPointRenderMode(PointRenderMode::Sprite);
+    obj.setPointRenderMode(PointRenderMode::Sprite);
     EXPECT_NE(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
     float radius = 0;
     obj.node()->getStateSet()->getUniform("sphere_radius")->get(radius);
     EXPECT_FLOAT_EQ(radius, 4.4f);
-    obj.setPointRenderMode(0);
+    obj.setPointRenderMode(PointRenderMode::Plain);
     EXPECT_EQ(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
     auto* point = dynamic_cast<const osg::Point*>(
         obj.node()->getStateSet()->getAttribute(osg::StateAttribute::POINT));
@@ -119,17 +120,17 @@ TEST(PointCloudObject, PointModesSizesAndVisibility) {
 
 TEST(PointCloudObject, DrawsWhereItsMatrixPutsIt) {
     auto view = makeView(100, 100, 20.0);
-    view->setLightState(false);
+    view->light().setLightState(false);
     QelVector3dArray pts;
     for (int i = -10; i <= 10; ++i)
         for (int j = -10; j <= 10; ++j)
             pts.Append(QelVector3d(i * 0.1f, j * 0.1f, 0));
     QelPointCloud cloud;
     cloud.SetPoints(pts);
-    OSGPointCloud obj(cloud, 0, 1, true);
+    OSGPointCloud obj(cloud, RenderMode::Points, 1, true);
     obj.applyDefaultColours();
     obj.setPointSize(3.0f);
-    view->dataGroup()->addChild(obj.node());
+    view->content().dataGroup()->addChild(obj.node());
     QImage image = view->grabFrame();
     keepImage(image, "point-cloud-object");
     EXPECT_GT(countUnlike(image.copy(40, 40, 20, 20), Qt::black), 100);
@@ -137,13 +138,13 @@ TEST(PointCloudObject, DrawsWhereItsMatrixPutsIt) {
     image = view->grabFrame();
     EXPECT_EQ(countUnlike(image.copy(40, 40, 20, 20), Qt::black), 0) << "moved off the centre";
     EXPECT_GT(countUnlike(image, Qt::black), 100);
-    view->dataGroup()->removeChild(obj.node());
+    view->content().dataGroup()->removeChild(obj.node());
 }
 
 TEST(PointCloudObject, BoundsComeFromTheVertexPassAndStayWhileThinned) {
     // Invalid points sit at the origin and count; valid ones lie at x >= 1.
-    OSGPointCloud obj(cloudOf({{1, 1, 1}, {2, 3, 4}, {5, 5, FLT_MAX}, {3, 2, -2}, {4, 4, NAN}}), 0,
-                      1, true);
+    OSGPointCloud obj(cloudOf({{1, 1, 1}, {2, 3, 4}, {5, 5, FLT_MAX}, {3, 2, -2}, {4, 4, NAN}}),
+                      RenderMode::Points, 1, true);
     const osg::BoundingBox expected(0, 0, -2, 3, 3, 4);
     EXPECT_EQ(obj.geometry()->getBoundingBox()._min, expected._min);
     EXPECT_EQ(obj.geometry()->getBoundingBox()._max, expected._max);
@@ -151,7 +152,7 @@ TEST(PointCloudObject, BoundsComeFromTheVertexPassAndStayWhileThinned) {
     EXPECT_EQ(obj.geometry()->getBoundingBox()._max, expected._max)
         << "every point, not the sample";
 
-    OSGPointCloud valid(cloudOf({{1, 1, 1}, {2, 3, 4}}), 0, 2, true);
+    OSGPointCloud valid(cloudOf({{1, 1, 1}, {2, 3, 4}}), RenderMode::Points, 2, true);
     EXPECT_EQ(valid.geometry()->getBoundingBox()._min, osg::Vec3(1, 1, 1));
 }
 
@@ -167,7 +168,8 @@ TEST(PointCloudObject, ABigCloudIsColouredLikeASmallOne) {
         return cloud;
     };
     const int small = 1000 * 100, big = 1000 * 700;
-    OSGPointCloud few(cloudOfLength(small), 0, 1, true), many(cloudOfLength(big), 0, 2, true);
+    OSGPointCloud few(cloudOfLength(small), RenderMode::Points, 1, true),
+        many(cloudOfLength(big), RenderMode::Points, 2, true);
     few.applyDefaultColours();
     many.applyDefaultColours();
     ASSERT_EQ(many.colourCount(), size_t(big));

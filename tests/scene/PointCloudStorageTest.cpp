@@ -35,14 +35,14 @@ QelPointCloud slope(float z0, float z1, bool holes) {
 
 std::unique_ptr<GLViewer> whiteView() {
     auto view = makeView(160, 160, 20.0);
-    view->setLightState(false);
-    view->setBackgroundColor(255, 255, 255, 255);
+    view->light().setLightState(false);
+    view->decorations().setBackgroundColor(255, 255, 255, 255);
     return view;
 }
 
 OSGPointCloud& only(const GLViewer& view) {
-    EXPECT_EQ(view.registry().count(), 1);
-    return *static_cast<OSGPointCloud*>(view.registry().at(0));
+    EXPECT_EQ(view.content().registry().count(), 1);
+    return *static_cast<OSGPointCloud*>(view.content().registry().at(0));
 }
 
 // Everything a host or a frame can see of a cloud, compared with a cloud
@@ -99,9 +99,9 @@ TEST(PointCloudStorage, ByteColoursDrawWhatFloatColoursDraw) {
         for (const bool ownColours : {false, true}) {
             auto bytes = whiteView(), floats = whiteView();
             for (GLViewer* view : {bytes.get(), floats.get()}) {
-                view->setLightState(light);
-                view->setPointSize(view->addPointCloud(own), 3.0f);
-                if (ownColours) view->setRenderColor(only(*view).id(), colours);
+                view->light().setLightState(light);
+                view->content().setPointSize(view->content().addPointCloud(own), 3.0f);
+                if (ownColours) view->content().setColours(only(*view).id(), colours);
             }
             OSGPointCloud& drawn = only(*bytes);
             ASSERT_NE(dynamic_cast<const osg::Vec4ubArray*>(drawn.geometry()->getColorArray()),
@@ -122,29 +122,29 @@ TEST(PointCloudStorage, ByteColoursDrawWhatFloatColoursDraw) {
 
 TEST(PointCloudStorage, BuildsIntoTheOldStorageAndMatchesARebuild) {
     auto reused = whiteView(), fresh = whiteView();
-    const long old = reused->addPointCloud(slope(0, 1, false), true);
+    const long old = reused->content().addPointCloud(slope(0, 1, false), true);
     reused->grabFrame();  // the old cloud's arrays reach their buffer object
     // Everything a host may have changed on the old cloud.
     QelMatrix4 shift;
     shift.SetValue(0, 3, 2.0);
-    ASSERT_EQ(reused->setModelMatrix(old, shift), 0);
+    ASSERT_EQ(reused->content().setModelMatrix(old, shift), 0);
     QelColorArray halfGreen;
     halfGreen.Create(1, 4);
     halfGreen.Data()[1] = 255;
     halfGreen.Data()[3] = 128;
-    ASSERT_EQ(reused->setRenderColor(old, halfGreen), 0);
-    ASSERT_EQ(reused->setPointSize(old, 6.0f), 0);
-    ASSERT_EQ(reused->setObjectVisible(old, false), 0);
+    ASSERT_EQ(reused->content().setColours(old, halfGreen), 0);
+    ASSERT_EQ(reused->content().setPointSize(old, 6.0f), 0);
+    ASSERT_EQ(reused->content().setVisible(old, false), 0);
     const osg::Vec3Array* storage = only(*reused).vertexArray();
 
     const QelPointCloud next = slope(-1, 3, true);
-    const long id = reused->addPointCloud(next, true);
+    const long id = reused->content().addPointCloud(next, true);
     EXPECT_EQ(id, old + 1);
     EXPECT_EQ(only(*reused).id(), id);
     EXPECT_EQ(only(*reused).vertexArray(), storage) << "built in place";
     EXPECT_EQ((*storage)[7], osg::Vec3(0, 0, 0)) << "an invalid point keeps its slot at the origin";
 
-    fresh->addPointCloud(next, true);
+    fresh->content().addPointCloud(next, true);
     expectSameObject(only(*reused), only(*fresh));
     const QImage picture = reused->grabFrame();
     keepImage(picture, "replace-in-place");
@@ -153,15 +153,15 @@ TEST(PointCloudStorage, BuildsIntoTheOldStorageAndMatchesARebuild) {
 
     // Replaced in place again (its colours now also in place), and then by a
     // cloud of another length, which is built afresh.
-    reused->addPointCloud(slope(0, 1, false), true);
-    fresh->addPointCloud(slope(0, 1, false), true);
+    reused->content().addPointCloud(slope(0, 1, false), true);
+    fresh->content().addPointCloud(slope(0, 1, false), true);
     expectSameObject(only(*reused), only(*fresh));
     EXPECT_EQ(differingPixels(reused->grabFrame(), fresh->grabFrame()), 0);
     QelPointCloud shorter = slope(0, 1, false);
     QelVector3dArray fewer = shorter.DeepCopyPoints();
     fewer.SetSize(100);
     shorter.SetPoints(fewer);
-    reused->addPointCloud(shorter, true);
+    reused->content().addPointCloud(shorter, true);
     EXPECT_NE(only(*reused).vertexArray(), storage);
     EXPECT_EQ(only(*reused).vertexArray()->size(), 100u);
 }
@@ -169,7 +169,7 @@ TEST(PointCloudStorage, BuildsIntoTheOldStorageAndMatchesARebuild) {
 TEST(PointCloudStorage, RefusedReplacementLeavesTheOldCloud) {
     auto view = whiteView();
     const QelPointCloud first = slope(0, 1, false);
-    const long id = view->addPointCloud(first, true);
+    const long id = view->content().addPointCloud(first, true);
     const QImage before = view->grabFrame();
     const osg::ref_ptr<osg::Vec3Array> kept =
         new osg::Vec3Array(*only(*view).vertexArray(), osg::CopyOp::DEEP_COPY_ALL);
@@ -178,7 +178,7 @@ TEST(PointCloudStorage, RefusedReplacementLeavesTheOldCloud) {
     QelVector3dArray pts = far.DeepCopyPoints();
     pts[pts.Length() - 1].y = 1e38f;
     far.SetPoints(pts);
-    EXPECT_EQ(view->addPointCloud(far, true), 11501006);
+    EXPECT_EQ(view->content().addPointCloud(far, true), 11501006);
 
     EXPECT_EQ(only(*view).id(), id);
     for (size_t i = 0; i < kept->size(); ++i)

@@ -22,24 +22,24 @@ size_t triangleIndices(const OSGRangeImage& obj) {
 
 TEST(RangeImageObject, EverySampleTypeSkipsItsMarker) {
     for (int type = QEL_8U; type <= QEL_64F; ++type) {
-        OSGRangeImage obj(imageOf(type, 3, 3, 7, {4}), 4, 1, 1, true);
+        OSGRangeImage obj(imageOf(type, 3, 3, 7, {4}), RenderMode::Faces, 1, 1, true);
         ASSERT_EQ(obj.isValid(), 1) << type;
         EXPECT_EQ(obj.vertexArray()->size(), 8u) << "type " << type;
         // Of the grid's 8 triangles, the 6 that use the centre are gone.
         EXPECT_EQ(triangleIndices(obj), 6u) << "type " << type;
         EXPECT_EQ(obj.maxZ(), 7.0) << type;
     }
-    OSGRangeImage zeros(imageOf(QEL_16U, 4, 4, 0), 4, 1, 1, true);
+    OSGRangeImage zeros(imageOf(QEL_16U, 4, 4, 0), RenderMode::Faces, 1, 1, true);
     EXPECT_EQ(zeros.vertexArray()->size(), 0u);
     EXPECT_EQ(triangleIndices(zeros), 0u);
 }
 
 TEST(RangeImageObject, DecimationSteps) {
-    OSGRangeImage automatic(imageOf(QEL_8U, 1000, 1000, 1), 0, 1, 0, true);
+    OSGRangeImage automatic(imageOf(QEL_8U, 1000, 1000, 1), RenderMode::Points, 1, 0, true);
     EXPECT_EQ(automatic.levelImage(0).Width(), 250);
     EXPECT_EQ(automatic.levelImage(0).Height(), 250);
     EXPECT_EQ(automatic.vertexArray()->size(), 250u * 250u);
-    OSGRangeImage two(imageOf(QEL_8U, 2000, 2000, 1), 0, 2, 2, true);
+    OSGRangeImage two(imageOf(QEL_8U, 2000, 2000, 1), RenderMode::Points, 2, 2, true);
     EXPECT_EQ(two.levelImage(0).Width(), 1000);
     EXPECT_FLOAT_EQ(two.lod().switchDistance(), 2.0f * std::sqrt(2.0f) * 2000.0f);
 }
@@ -47,7 +47,7 @@ TEST(RangeImageObject, DecimationSteps) {
 TEST(RangeImageObject, RowsFeedXAndHolesRemoveTheirTriangles) {
     QelRangeImage img = imageOf(QEL_16U, 6, 5, 100, {2 * 6 + 3});  // hole at row 2, column 3
     img.SetInfo(0.5, 0.25, 0.1, 0, 0, 100);                        // resolution x, y, z, offsets
-    OSGRangeImage obj(img, 4, 1, 1, true);
+    OSGRangeImage obj(img, RenderMode::Faces, 1, 1, true);
     const osg::Vec3Array& v = *obj.vertexArray();
     ASSERT_EQ(v.size(), 29u);
     // Row 1, column 4 is vertex 1 * 6 + 4: x from the row, y from the column.
@@ -61,15 +61,15 @@ TEST(RangeImageObject, RowsFeedXAndHolesRemoveTheirTriangles) {
 }
 
 TEST(RangeImageObject, RenderModesRoundTrip) {
-    OSGRangeImage obj(imageOf(QEL_32F, 8, 8, 1.5f), 0, 1, 1, true);
+    OSGRangeImage obj(imageOf(QEL_32F, 8, 8, 1.5f), RenderMode::Points, 1, 1, true);
     EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
-    obj.setRenderMode(1);
+    obj.setRenderMode(RenderMode::Wireframe);
     EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_TRIANGLES));
     auto* pm = dynamic_cast<const osg::PolygonMode*>(
         obj.levelGeometry(0)->getStateSet()->getAttribute(osg::StateAttribute::POLYGONMODE));
     ASSERT_NE(pm, nullptr);
     EXPECT_EQ(pm->getMode(osg::PolygonMode::FRONT), osg::PolygonMode::LINE);
-    obj.setRenderMode(0);
+    obj.setRenderMode(RenderMode::Points);
     EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
     EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getNumIndices(), 64u);
 }
@@ -78,7 +78,7 @@ TEST(RangeImageObject, ColourMapIsTableFiveAndColoursFollowVertices) {
     ColorMapIndex::set(0);
     QelRangeImage img = imageOf(QEL_32F, 2, 1, 0);
     reinterpret_cast<float*>(img.Data())[1] = 10.0f;
-    OSGRangeImage obj(img, 0, 1, 1, true);
+    OSGRangeImage obj(img, RenderMode::Points, 1, 1, true);
     EXPECT_EQ((*obj.colorArray())[1], osg::Vec4(1, 1, 1, 1))
         << "default colours use the grey table";
     obj.applyColourMap(0, 10);
@@ -98,7 +98,7 @@ TEST(RangeImageObject, ColourMapIsTableFiveAndColoursFollowVertices) {
 
 TEST(RangeImageObject, DrawsASurface) {
     auto view = makeView(160, 160, 40.0);
-    view->setLightState(true);
+    view->light().setLightState(true);
     QelRangeImage img = imageOf(QEL_16U, 40, 40, 1000, {820, 821, 860, 861});
     for (int r = 0; r < 40; ++r)
         for (int c = 0; c < 40; ++c) {
@@ -106,12 +106,12 @@ TEST(RangeImageObject, DrawsASurface) {
             if (*s) *s = static_cast<unsigned short>(1000 + 20 * c);
         }
     img.SetInfo(0.5, 0.5, 0.01, 20, 20, 1000);
-    OSGRangeImage obj(img, 4, 1, 1, true);
-    view->dataGroup()->addChild(obj.node());
+    OSGRangeImage obj(img, RenderMode::Faces, 1, 1, true);
+    view->content().dataGroup()->addChild(obj.node());
     const QImage image = view->grabFrame();
     keepImage(image, "range-image-object");
     EXPECT_GT(countUnlike(image, Qt::black), 8000);
-    view->dataGroup()->removeChild(obj.node());
+    view->content().dataGroup()->removeChild(obj.node());
 }
 
 // 16,777,219 rows: beyond single precision, where a float quotient rounds the

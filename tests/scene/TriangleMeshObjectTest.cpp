@@ -41,42 +41,42 @@ osg::PolygonMode::Mode polygonMode(const OSGTriangleMesh& m) {
 }  // namespace
 
 TEST(TriangleMeshObject, ModesSwitchAndReuseTheTriangles) {
-    OSGTriangleMesh mesh(squareMesh({0, 1, 2, 0, 2, 3, 0, 9, 1, 0, 4, 1}), 4, 5);
+    OSGTriangleMesh mesh(squareMesh({0, 1, 2, 0, 2, 3, 0, 9, 1, 0, 4, 1}), RenderMode::Faces, 5);
     ASSERT_EQ(mesh.isValid(), 1);
-    EXPECT_EQ(mesh.kind(), OSGData::TriangleMesh);
+    EXPECT_EQ(mesh.kind(), ObjectKind::TriangleMesh);
     osg::DrawElementsUInt* triangles = mesh.triangles();
     ASSERT_NE(triangles, nullptr);
     EXPECT_EQ(triangles->size(), 6u) << "out-of-range and invalid-vertex triangles dropped";
     EXPECT_EQ(polygonMode(mesh), osg::PolygonMode::FILL);
     EXPECT_EQ(mesh.maxZ(), 2.0);
 
-    mesh.setRenderMode(0);
+    mesh.setRenderMode(RenderMode::Points);
     EXPECT_EQ(mesh.geometry()->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
     EXPECT_EQ(mesh.geometry()->getPrimitiveSet(0)->getNumIndices(), 5u);
-    mesh.setRenderMode(1);
+    mesh.setRenderMode(RenderMode::Wireframe);
     EXPECT_EQ(mesh.geometry()->getPrimitiveSet(0), triangles) << "built once, reused";
     EXPECT_EQ(polygonMode(mesh), osg::PolygonMode::LINE);
-    mesh.setRenderMode(4);
+    mesh.setRenderMode(RenderMode::Faces);
     EXPECT_EQ(polygonMode(mesh), osg::PolygonMode::FILL);
 }
 
 TEST(TriangleMeshObject, NoTrianglesDrawsNothingUntilPoints) {
-    OSGTriangleMesh mesh(squareMesh({}), 4, 1);
+    OSGTriangleMesh mesh(squareMesh({}), RenderMode::Faces, 1);
     EXPECT_EQ(mesh.geometry()->getPrimitiveSet(0)->getNumIndices(), 0u);
-    mesh.setRenderMode(0);
+    mesh.setRenderMode(RenderMode::Points);
     EXPECT_EQ(mesh.geometry()->getPrimitiveSet(0)->getNumIndices(), 5u);
 }
 
 TEST(TriangleMeshObject, OwnColoursAreKeptAndDrawn) {
     auto view = makeView(100, 100, 8.0);
-    view->setLightState(false);
-    OSGTriangleMesh mesh(squareMesh({0, 1, 2, 0, 2, 3}, true), 4, 1);
+    view->light().setLightState(false);
+    OSGTriangleMesh mesh(squareMesh({0, 1, 2, 0, 2, 3}, true), RenderMode::Faces, 1);
     mesh.applyDefaultColours();  // locked: the mesh's own green stays
     ASSERT_EQ(mesh.colorArray()->size(), 5u);
     EXPECT_EQ((*mesh.colorArray())[0], osg::Vec4(0, 1, 0, 1));
-    view->dataGroup()->addChild(mesh.node());
+    view->content().dataGroup()->addChild(mesh.node());
     const QImage image = view->grabFrame();
     keepImage(image, "mesh-object");
     EXPECT_EQ(image.pixelColor(50, 50), QColor(0, 255, 0));
-    view->dataGroup()->removeChild(mesh.node());
+    view->content().dataGroup()->removeChild(mesh.node());
 }

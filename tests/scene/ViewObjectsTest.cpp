@@ -43,67 +43,70 @@ QelTriangleMesh triangle() {
 
 TEST(ViewObjects, IdsInfoTextsAndRemoval) {
     GLViewer view;
-    const long first = view.addPointCloud(gridCloud(0, 1));
+    const long first = view.content().addPointCloud(gridCloud(0, 1));
     ASSERT_GE(first, 1);
-    EXPECT_EQ(view.infoText(), QStringList{"  Data Type: Point Cloud \t Number of Points: 1681"});
-    const long mesh = view.addTriangleMesh(triangle());
+    EXPECT_EQ(view.content().infoText(),
+              QStringList{"  Data Type: Point Cloud \t Number of Points: 1681"});
+    const long mesh = view.content().addTriangleMesh(triangle());
     EXPECT_EQ(mesh, first + 1);
-    EXPECT_TRUE(view.infoText().first().contains("Number of Faces: 1"));
+    EXPECT_TRUE(view.content().infoText().first().contains("Number of Faces: 1"));
     QelRangeImage img;
     img.SetSize(4, 3, QEL_16U);
     const unsigned short ones[12] = {5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
     img.SetValue(ones, 12, 1, 0, 0, 0);
-    view.setSamplingRatio(1);  // the automatic step would sample 4 x 3 pixels to nothing
-    const long range = view.addRangeImage(img);
+    view.content().setSamplingRatio(1);  // the automatic step would sample 4 x 3 pixels to nothing
+    const long range = view.content().addRangeImage(img);
     ASSERT_GE(range, 1);
-    EXPECT_EQ(view.infoText().size(), 2);
-    EXPECT_TRUE(view.infoText().at(1).endsWith("16U"));
-    EXPECT_EQ(view.registry().count(), 3);
+    EXPECT_EQ(view.content().infoText().size(), 2);
+    EXPECT_TRUE(view.content().infoText().at(1).endsWith("16U"));
+    EXPECT_EQ(view.content().registry().count(), 3);
 
-    EXPECT_EQ(view.clearRenderObject(9999), 11100022);
-    EXPECT_TRUE(view.infoText().at(1).endsWith("16U")) << "a failed removal changes nothing";
-    EXPECT_EQ(view.clearAllPointClouds(), 0);
-    EXPECT_EQ(view.infoText(), QStringList{"Clear Point Cloud"});
-    EXPECT_EQ(view.clearAllPointClouds(), 0) << "nothing left of the kind is fine";
-    EXPECT_EQ(view.registry().count(), 2);
-    EXPECT_EQ(view.clearRenderObject(mesh), 0);
-    EXPECT_EQ(view.clearRenderObject(range), 0);
-    EXPECT_EQ(view.infoText(), QStringList{QString()}) << "the last one gone: an empty line";
+    EXPECT_EQ(view.content().clearRenderObject(9999), 11100022);
+    EXPECT_TRUE(view.content().infoText().at(1).endsWith("16U"))
+        << "a failed removal changes nothing";
+    EXPECT_EQ(view.content().clearAllPointClouds(), 0);
+    EXPECT_EQ(view.content().infoText(), QStringList{"Clear Point Cloud"});
+    EXPECT_EQ(view.content().clearAllPointClouds(), 0) << "nothing left of the kind is fine";
+    EXPECT_EQ(view.content().registry().count(), 2);
+    EXPECT_EQ(view.content().clearRenderObject(mesh), 0);
+    EXPECT_EQ(view.content().clearRenderObject(range), 0);
+    EXPECT_EQ(view.content().infoText(), QStringList{QString()})
+        << "the last one gone: an empty line";
 
     // Replacing keeps nothing of before, and still numbers on.
-    view.addPointCloud(gridCloud(0, 1));
-    const long replaced = view.displayRangeImage(img);
-    ASSERT_EQ(view.registry().count(), 1);
-    EXPECT_EQ(view.registry().at(0)->id(), replaced);
+    view.content().addPointCloud(gridCloud(0, 1));
+    const long replaced = view.content().addRangeImage(img, true);
+    ASSERT_EQ(view.content().registry().count(), 1);
+    EXPECT_EQ(view.content().registry().at(0)->id(), replaced);
     EXPECT_EQ(ObjectIdCounter::peek(), replaced + 1);
 }
 
 TEST(ViewObjects, RefusalsStillUseAnId) {
     GLViewer view;
     const long before = ObjectIdCounter::peek();
-    EXPECT_EQ(view.addPointCloud(QelPointCloud()), 11000013);
-    EXPECT_EQ(view.addPointCloud(gridCloud(0, 3e9f)), 11501006);
+    EXPECT_EQ(view.content().addPointCloud(QelPointCloud()), 11000013);
+    EXPECT_EQ(view.content().addPointCloud(gridCloud(0, 3e9f)), 11501006);
     EXPECT_EQ(ObjectIdCounter::peek(), before + 2);
-    EXPECT_EQ(view.registry().count(), 0);
-    const long id = view.addPointCloud(gridCloud(0, 1));
+    EXPECT_EQ(view.content().registry().count(), 0);
+    const long id = view.content().addPointCloud(gridCloud(0, 1));
     QelMatrix4 m;
     m.SetValue(0, 3, 5.0);
-    EXPECT_EQ(view.setModelMatrix(id, m), 0);
-    EXPECT_EQ(view.setModelMatrix(id + 100, m), 11100022);
+    EXPECT_EQ(view.content().setModelMatrix(id, m), 0);
+    EXPECT_EQ(view.content().setModelMatrix(id + 100, m), 11100022);
     QelColorArray grey;
     grey.Create(1, 1);
-    EXPECT_EQ(view.setRenderColor(id, grey), 11501004);
+    EXPECT_EQ(view.content().setColours(id, grey), 11501004);
     QelColorArray two;
     two.Create(2, 3);
-    EXPECT_EQ(view.setRenderColor(id, two), 11501001);
+    EXPECT_EQ(view.content().setColours(id, two), 11501001);
 }
 
 TEST(ViewObjects, HeightColoursVisibilityAndTransparency) {
     auto view = makeView(160, 160, 20.0);
-    view->setLightState(false);
-    view->setBackgroundColor(255, 255, 255, 255);
-    const long id = view->addPointCloud(gridCloud(0, 2));
-    view->setPointSize(id, 8.0f);
+    view->light().setLightState(false);
+    view->decorations().setBackgroundColor(255, 255, 255, 255);
+    const long id = view->content().addPointCloud(gridCloud(0, 2));
+    view->content().setPointSize(id, 8.0f);
     QImage image = view->grabFrame();
     keepImage(image, "view-point-cloud-height");
     // Low points (bottom of the picture) blue, high ones (top) red.
@@ -117,8 +120,8 @@ TEST(ViewObjects, HeightColoursVisibilityAndTransparency) {
     halfGreen.Create(1, 4);
     halfGreen.Data()[1] = 255;
     halfGreen.Data()[3] = 128;
-    ASSERT_EQ(view->setRenderColor(id, halfGreen), 0);
-    view->setPointSize(id, 1.0f);  // single pixels, none over another
+    ASSERT_EQ(view->content().setColours(id, halfGreen), 0);
+    view->content().setPointSize(id, 1.0f);  // single pixels, none over another
     image = view->grabFrame();
     keepImage(image, "view-point-cloud-transparent");
     // Each point is half green over the white background: (127, 255, 127).
@@ -128,6 +131,6 @@ TEST(ViewObjects, HeightColoursVisibilityAndTransparency) {
     EXPECT_GT(drawn, 1000);
     EXPECT_GT(halfGreenPixels, drawn * 9 / 10);
 
-    ASSERT_EQ(view->setObjectVisible(id, false), 0);
+    ASSERT_EQ(view->content().setVisible(id, false), 0);
     EXPECT_EQ(countUnlike(view->grabFrame(), Qt::white), 0);
 }

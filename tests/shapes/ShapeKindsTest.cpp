@@ -131,22 +131,24 @@ TEST(ShapeKinds, EveryKindBuildsInBothFormsToItsExactExtent) {
         std::unique_ptr<Shape> shape = build(kind.describe);
         ASSERT_TRUE(shape);
         EXPECT_EQ(shape->getId(), 7u);
-        EXPECT_EQ(shape->mode(), Shape::Surface);
-        for (int mode : {Shape::Surface, Shape::Lines}) {
+        EXPECT_EQ(shape->mode(), RenderMode::Faces);
+        for (RenderMode mode : {RenderMode::Faces, RenderMode::Wireframe}) {
             shape->setShapeMode(mode);
-            ASSERT_GT(shape->vertices()->size(), 0u) << "mode " << mode;
+            ASSERT_GT(shape->vertices()->size(), 0u) << "mode " << static_cast<int>(mode);
             const osg::BoundingBox box = worldBox(*shape);
             for (int a = 0; a < 3; ++a) {
-                EXPECT_NEAR(box._min[a], kind.min[a], 1e-4) << "mode " << mode << " axis " << a;
-                EXPECT_NEAR(box._max[a], kind.max[a], 1e-4) << "mode " << mode << " axis " << a;
+                EXPECT_NEAR(box._min[a], kind.min[a], 1e-4)
+                    << "mode " << static_cast<int>(mode) << " axis " << a;
+                EXPECT_NEAR(box._max[a], kind.max[a], 1e-4)
+                    << "mode " << static_cast<int>(mode) << " axis " << a;
             }
             ASSERT_EQ(shape->normals()->size(), shape->vertices()->size());
             for (const osg::Vec3& n : *shape->normals())
                 ASSERT_NEAR(n.length(), 1.0f, 1e-4);
             for (unsigned int i = 0; i < shape->geometry()->getNumPrimitiveSets(); ++i) {
                 const GLenum m = shape->geometry()->getPrimitiveSet(i)->getMode();
-                EXPECT_TRUE(mode == Shape::Lines ? m == GL_LINES
-                                                 : (m == GL_LINES || m == GL_TRIANGLES));
+                EXPECT_TRUE(mode == RenderMode::Wireframe ? m == GL_LINES
+                                                          : (m == GL_LINES || m == GL_TRIANGLES));
             }
         }
     }
@@ -207,11 +209,11 @@ TEST(ShapeKinds, RefusedDescriptionsAndTheModeAsymmetry) {
     EXPECT_FALSE(build([](Qel3DShape& s) { s.Set3DSphere(v(0, 0, 0), std::nanf("")); }));
 
     auto box = build([](Qel3DShape& s) { s.Set3DBox(v(0, 0, 0), v(0, 0, 0), v(1, 1, 1)); });
-    box->setShapeMode(Shape::Lines);
+    box->setShapeMode(RenderMode::Wireframe);
     EXPECT_EQ(box->vertices()->size(), 24u);  // 12 edges
-    box->setShapeMode(7);                     // not a mode: emptied, and the mode kept
+    box->setShapeMode(RenderMode::Points);    // no shape mode: emptied, and the mode kept
     EXPECT_EQ(box->vertices()->size(), 0u);
-    EXPECT_EQ(box->mode(), Shape::Lines);
+    EXPECT_EQ(box->mode(), RenderMode::Wireframe);
     // A new shape: opaque blue, blended with the destination's alpha, unlit.
     ASSERT_EQ(box->colors()->size(), 1u);
     EXPECT_EQ((*box->colors())[0], osg::Vec4(0, 0, 1, 1));
@@ -266,7 +268,7 @@ TEST(ShapeKinds, BuildersReachedOnlyDirectly) {
         corners[size_t(i)] = osg::Vec3((i & 4) ? 2 : 0, (i & 2) ? 1 : 0, (i & 1) ? 3 : 0);
     ShapeHexahedron hexahedron(3, corners);
     extentIs(hexahedron, {0, 0, 0}, {2, 1, 3});
-    hexahedron.setShapeMode(Shape::Lines);
+    hexahedron.setShapeMode(RenderMode::Wireframe);
     EXPECT_EQ(hexahedron.vertices()->size(), 24u);
 
     // Clamped: the curve starts and ends on its end control points.

@@ -113,21 +113,26 @@ void stroke(QWidget* w, const std::vector<QPointF>& path,
 TEST(PointPicker, ReportsTheDrawnPointOrSurfaceNearestTheEye) {
     auto view = makeView(300, 300);
     const QelPointCloud cloud = gridAt(0);
-    const long cloudId = view->addPointCloud(cloud);
+    const long cloudId = view->content().addPointCloud(cloud);
     ASSERT_GE(cloudId, 1);
     view->grabFrame();
-    osg::Vec3d hit;
+    PickHit hit;
     // A click two pixels beside a drawn point reports that point.
     const QelVector3d marker = cloud[3 * 21 + 17];
     const osg::Vec3d at = windowOf(*view, osg::Vec3d(marker.x, marker.y, marker.z));
-    ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x() + 2, at.y() - 1, &hit));
-    EXPECT_TRUE(same(hit, marker)) << hit.x() << " " << hit.y() << " " << hit.z();
+    ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x() + 2, at.y() - 1, &hit,
+                                  nullptr, &view->content().registry()));
+    EXPECT_TRUE(same(hit.position, marker))
+        << hit.position.x() << " " << hit.position.y() << " " << hit.position.z();
+    // The hit names the cloud and the point's index in it.
+    EXPECT_EQ(hit.object, cloudId);
+    EXPECT_EQ(hit.element, 3 * 21 + 17);
     // Drawn as lit sprites, the same.
-    ASSERT_EQ(view->setPointRenderMode(cloudId, 1), 0);
+    ASSERT_EQ(view->content().setPointRenderMode(cloudId, PointRenderMode::Sprite), 0);
     view->grabFrame();
     ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x() + 2, at.y() + 2, &hit));
-    EXPECT_TRUE(same(hit, marker));
-    ASSERT_EQ(view->setPointRenderMode(cloudId, 0), 0);
+    EXPECT_TRUE(same(hit.position, marker));
+    ASSERT_EQ(view->content().setPointRenderMode(cloudId, PointRenderMode::Plain), 0);
     // Between the grid's points there is nothing to pick.
     const osg::Vec3d gap = windowOf(*view, osg::Vec3d(marker.x + 0.25, marker.y + 0.25, 0.9));
     EXPECT_FALSE(PointPicker::pick(cameraOf(*view), *view->root(), gap.x(), gap.y(), &hit));
@@ -135,65 +140,66 @@ TEST(PointPicker, ReportsTheDrawnPointOrSurfaceNearestTheEye) {
     EXPECT_FALSE(PointPicker::pick(cameraOf(*view), *view->root(), 2, 2, &hit));
 
     // A square above the cloud is nearer the eye: its surface wins.
-    ASSERT_GE(view->addTriangleMesh(squareAt(1.0f, 2.0f)), 1);
+    ASSERT_GE(view->content().addTriangleMesh(squareAt(1.0f, 2.0f)), 1);
     view->grabFrame();
     const osg::Vec3d centre = windowOf(*view, osg::Vec3d(0.0, 0.0, 2.0));
     ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), centre.x(), centre.y(), &hit));
-    EXPECT_NEAR(hit.z(), 2.0, 1e-4);
-    EXPECT_NEAR(hit.x(), 0.0, 0.05);
+    EXPECT_NEAR(hit.position.z(), 2.0, 1e-4);
+    EXPECT_NEAR(hit.position.x(), 0.0, 0.05);
+    EXPECT_EQ(hit.object, 0) << "no registry given: no object named";
 
     // A clipped part is not drawn and not picked: the cloud under the square is.
     const osg::Vec4d below(0, 0, -1, 1.5);  // keeps z <= 1.5
     ASSERT_TRUE(
         PointPicker::pick(cameraOf(*view), *view->root(), centre.x(), centre.y(), &hit, &below));
-    EXPECT_LT(hit.z(), 1.5);
+    EXPECT_LT(hit.position.z(), 1.5);
 }
 
 TEST(PointPicker, RangeImagesInEveryModeAndPlacedObjects) {
     auto view = makeView(300, 300);
     QelRangeImage image = ramp(40, 30, 0);  // heights from the column
     image.SetInfo(0.25, 0.25, 0.1, 0, 0, 0);
-    const long id = view->addRangeImage(image);
+    const long id = view->content().addRangeImage(image);
     ASSERT_GE(id, 1);
     // Sample (row 8, column 20), on the grid drawn at the automatic step 4:
     // x from the row, y from the column.
     const osg::Vec3d sample(8 * 0.25, 20 * 0.25, 20 * 0.1);
     const double spacing = 4 * 0.25;
-    for (int mode : {0, 1, 4}) {
-        SCOPED_TRACE(mode);
-        ASSERT_EQ(view->setElementState(id, mode), 0);
+    for (RenderMode mode : {RenderMode::Points, RenderMode::Wireframe, RenderMode::Faces}) {
+        SCOPED_TRACE(static_cast<int>(mode));
+        ASSERT_EQ(view->content().setElementState(id, mode), 0);
         view->grabFrame();
         const osg::Vec3d at = windowOf(*view, sample);
-        osg::Vec3d hit;
+        PickHit hit;
         ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x(), at.y(), &hit));
-        EXPECT_LT((hit - sample).length(), spacing) << "within the drawn spacing";
+        EXPECT_LT((hit.position - sample).length(), spacing) << "within the drawn spacing";
     }
 
     // The world point of an object placed by a model matrix.
     QelMatrix4 shift;
     shift.SetValue(0, 3, -6);
-    ASSERT_EQ(view->setModelMatrix(id, shift), 0);
-    ASSERT_EQ(view->setElementState(id, 0), 0);
+    ASSERT_EQ(view->content().setModelMatrix(id, shift), 0);
+    ASSERT_EQ(view->content().setElementState(id, RenderMode::Points), 0);
     view->grabFrame();
     const osg::Vec3d placed = sample + osg::Vec3d(-6, 0, 0);
     const osg::Vec3d at = windowOf(*view, placed);
-    osg::Vec3d hit;
+    PickHit hit;
     ASSERT_TRUE(PointPicker::pick(cameraOf(*view), *view->root(), at.x(), at.y(), &hit));
-    EXPECT_LT((hit - placed).length(), 1e-4) << "the drawn point itself";
+    EXPECT_LT((hit.position - placed).length(), 1e-4) << "the drawn point itself";
 }
 
-TEST(PointPicker, ShapesAndTheAxisAreTakenOutAndPutBackLast) {
+TEST(PointPicker, ShapesAndTheAxisArePassedByAndTheSceneStaysAsItIs) {
     auto view = makeView(300, 300);
     const QelPointCloud cloud = gridAt(0);
-    ASSERT_GE(view->addPointCloud(cloud), 1);
-    view->setAxisVisible(true);
+    ASSERT_GE(view->content().addPointCloud(cloud), 1);
+    view->decorations().setAxisVisible(true);
     // A box between the eye and the data.
     Qel3DShape box;
     box.Set3DBox(QelVector3d(0, 0, 5), QelVector3d(0, 0, 0), QelVector3d(8, 8, 1));
-    ASSERT_GE(view->showShape(box), 1);
+    ASSERT_GE(view->content().showShape(box), 1);
     view->grabFrame();
-    ASSERT_NE(view->cubeAxis(), nullptr);
-    osg::Node* axis = view->cubeAxis()->node();
+    ASSERT_NE(view->decorations().cubeAxis(), nullptr);
+    osg::Node* axis = view->decorations().cubeAxis()->node();
 
     PointPicker picker(view.get());
     std::vector<osg::Vec3f> picked;
@@ -201,16 +207,19 @@ TEST(PointPicker, ShapesAndTheAxisAreTakenOutAndPutBackLast) {
                      [&](float x, float y, float z) { picked.emplace_back(x, y, z); });
     const QelVector3d marker = cloud[10 * 21 + 10];
     const osg::Vec3d at = windowOf(*view, osg::Vec3d(marker.x, marker.y, marker.z));
+    osg::Group* root = view->root();
+    std::vector<osg::Node*> children;
+    for (unsigned i = 0; i < root->getNumChildren(); ++i)
+        children.push_back(root->getChild(i));
+    ASSERT_EQ(children.size(), 5u);
+    EXPECT_EQ(children.back(), axis);
     for (int round = 0; round < 2; ++round) {
         picker.pickAt(float(at.x()), float(at.y()));
         ASSERT_EQ(picked.size(), size_t(round + 1));
         EXPECT_TRUE(same(osg::Vec3d(picked.back()), marker)) << "the data behind the box";
-        osg::Group* root = view->root();
-        const unsigned n = root->getNumChildren();
-        ASSERT_EQ(n, 5u);
-        EXPECT_EQ(root->getChild(n - 2), view->shapeGroup());
-        EXPECT_EQ(root->getChild(n - 1), axis);
-        EXPECT_EQ(root->getChild(1), view->dataGroup());
+        EXPECT_EQ(picker.lastHit().object, view->content().registry().at(0)->id());
+        for (unsigned i = 0; i < children.size(); ++i)
+            EXPECT_EQ(root->getChild(i), children[i]) << "no node moved";
     }
     // Empty background: no report.
     picker.pickAt(3, 3);
@@ -260,12 +269,12 @@ protected:
 
 TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
     QelPointCloud cloud = gridAt(0);
-    const long id = view->addPointCloud(cloud);
+    const long id = view->content().addPointCloud(cloud);
     ASSERT_GE(id, 1);
-    view->moveToView(6);
-    view->zoomFit();
+    view->camera().moveToView(StandardView::Oblique);
+    view->camera().zoomFit();
     view->grabFrame();
-    window->action("Draw lasso")->trigger();
+    window->action(ToolBarAction::Lasso)->trigger();
     ASSERT_TRUE(layer->isVisible());
 
     // A free, concave lasso.
@@ -289,7 +298,7 @@ TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
 
     // A rectangle from a drag with Shift held: its four corners.
     stroke(layer, {{40, 60}, {100, 150}, {250, 260}}, Qt::ShiftModifier);
-    EXPECT_EQ(layer->shapeMode(), PaintWidget::Rectangle);
+    EXPECT_EQ(layer->shapeMode(), LassoShape::Rectangle);
     QelPointCloud boxed;
     ASSERT_EQ(window->selectByLasso(&boxed, false), 0);
     EXPECT_EQ(asSet(boxed), bruteForce(cloud.DeepCopyPoints(),
@@ -298,7 +307,7 @@ TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
     // Placed by a model matrix: chosen where drawn, returned as the cloud holds them.
     QelMatrix4 shift;
     shift.SetValue(0, 3, 2.5);
-    ASSERT_EQ(view->setModelMatrix(id, shift), 0);
+    ASSERT_EQ(view->content().setModelMatrix(id, shift), 0);
     view->grabFrame();
     stroke(layer, lasso);
     QelPointCloud moved;
@@ -316,9 +325,9 @@ TEST_F(LassoSelection, FreeLassoAndRectangleSelectWhatTheCameraShowsInside) {
 TEST_F(LassoSelection, StrokesNeedTheLeftButtonAndMoreThanOnePoint) {
     QelPointCloud none;
     EXPECT_EQ(window->selectByLasso(&none, false), QelStatus::kNoRenderObject);
-    ASSERT_GE(view->addPointCloud(gridAt(0)), 1);
+    ASSERT_GE(view->content().addPointCloud(gridAt(0)), 1);
     view->grabFrame();
-    window->action("Draw lasso")->trigger();
+    window->action(ToolBarAction::Lasso)->trigger();
 
     // A click without movement draws nothing and selects nothing.
     stroke(layer, {{50, 50}});
@@ -333,19 +342,19 @@ TEST_F(LassoSelection, StrokesNeedTheLeftButtonAndMoreThanOnePoint) {
     EXPECT_TRUE(layer->outline().size() <= 1);
 
     // With the tool off, the layer gives the mouse back to the camera.
-    window->action("Draw lasso")->trigger();
+    window->action(ToolBarAction::Lasso)->trigger();
     EXPECT_FALSE(layer->isVisible());
 }
 
 TEST_F(LassoSelection, RangeImagesKeepTheSelectedSamples) {
     QelRangeImage image = ramp(60, 50, 100);
     image.SetInfo(0.2, 0.2, 0.05, 0, 0, 0);
-    const long id = view->addRangeImage(image);
+    const long id = view->content().addRangeImage(image);
     ASSERT_GE(id, 1);
-    view->moveToView(0);
-    view->zoomFit();
+    view->camera().moveToView(StandardView::Top);
+    view->camera().zoomFit();
     view->grabFrame();
-    window->action("Draw lasso")->trigger();
+    window->action(ToolBarAction::Lasso)->trigger();
     const std::vector<QPointF> lasso = {{100, 100}, {260, 120}, {240, 300}, {110, 260}};
     stroke(layer, lasso);
     std::vector<QPointF> closed(layer->outline().begin(), layer->outline().end());

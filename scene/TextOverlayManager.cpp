@@ -16,7 +16,7 @@ bool TextOverlayManager::add(std::unique_ptr<TextOverlay> overlay) {
     return true;
 }
 
-bool TextOverlayManager::remove(unsigned int id) {
+bool TextOverlayManager::remove(ObjectId id) {
     const auto it = std::find_if(overlays_.begin(), overlays_.end(),
                                  [&](const auto& o) { return o->id() == id; });
     if (it == overlays_.end()) return false;
@@ -30,7 +30,7 @@ void TextOverlayManager::clear() {
     overlays_.clear();
 }
 
-const TextOverlay* TextOverlayManager::find(unsigned int id) const {
+TextOverlay* TextOverlayManager::find(ObjectId id) const {
     for (const auto& o : overlays_)
         if (o->id() == id) return o.get();
     return nullptr;

@@ -16,10 +16,10 @@ public:
     // False (and nothing added) when the same overlay is listed already.
     bool add(std::unique_ptr<TextOverlay> overlay);
     // False when no overlay has the id.
-    bool remove(unsigned int id);
+    bool remove(ObjectId id);
     void clear();
     int count() const { return static_cast<int>(overlays_.size()); }
-    const TextOverlay* find(unsigned int id) const;
+    TextOverlay* find(ObjectId id) const;
 
 private:
     osg::ref_ptr<osg::Group> group_;

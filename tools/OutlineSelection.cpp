@@ -1,6 +1,5 @@
-// GLViewer's selection of render-object points by an outline drawn over
-// the view: the points are projected with the camera of the last frame,
-// which is the picture the user drew on.
+#include "OutlineSelection.h"
+
 #include <cstring>
 #include <osgViewer/Viewer>
 
@@ -15,6 +14,7 @@
 #include "QelPointCloud.h"
 #include "QelRangeImage.h"
 #include "RangePixelReader.h"
+#include "SceneContent.h"
 #include "SceneLockGuard.h"
 #include "StatusCodes.h"
 
@@ -23,10 +23,10 @@ namespace {
 // The outline in the camera's window pixels (y up), closed by repeating its
 // first point: a free polygon, or the four corners of the rectangle spanned
 // by its first and last point.
-QelPointArray screenPolygon(const QVector<QPointF>& outline, int mode, double height,
+QelPointArray screenPolygon(const QVector<QPointF>& outline, LassoShape shape, double height,
                             double ratio) {
     QVector<QPointF> corners = outline;
-    if (mode == 1) {
+    if (shape == LassoShape::Rectangle) {
         const QPointF a = outline.first(), b = outline.last();
         corners = {a, QPointF(b.x(), a.y()), b, QPointF(a.x(), b.y())};
     }
@@ -68,7 +68,7 @@ void invalidate(unsigned char* data, long long index, int dataType) {
 
 }  // namespace
 
-struct GLViewer::Selection {
+struct OutlineSelection::Selection {
     const OSGData* object = nullptr;
     QelVector3dArray points;
     std::vector<long long> sources;
@@ -84,13 +84,13 @@ bool pointsOf(const OSGData& object, QelVector3dArray* points, std::vector<long 
     sources->clear();
     *drawn = object.geometry();
     switch (object.kind()) {
-        case OSGData::PointCloud:
+        case ObjectKind::PointCloud:
             *points = static_cast<const OSGPointCloud&>(object).source().DeepCopyPoints();
             break;
-        case OSGData::TriangleMesh:
+        case ObjectKind::TriangleMesh:
             *points = static_cast<const OSGTriangleMesh&>(object).source().DeepCopyVertex();
             break;
-        case OSGData::RangeImage: {
+        case ObjectKind::RangeImage: {
             const auto& image = static_cast<const OSGRangeImage&>(object);
             *points = image.sourcePoints(sources);
             *drawn = image.levelCount() > 0 ? image.levelGeometry(0) : nullptr;
@@ -116,20 +116,21 @@ QelVector3dArray placed(const QelVector3dArray& points, const osg::Matrixd& toWo
 
 }  // namespace
 
-long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool keepInside,
-                               Selection* selection, int onlyKind) {
-    if (registry_->count() == 0) return QelStatus::kNoRenderObject;
+long OutlineSelection::select(const QVector<QPointF>& outline, LassoShape shape, bool keepInside,
+                              Selection* selection, const ObjectKind* onlyKind) {
+    const OSGDataManager& registry = view_.content().registry();
+    QelOSGWidget* widget = view_.osgWidget();
+    if (registry.count() == 0) return QelStatus::kNoRenderObject;
     if (outline.size() < 2) return QelStatus::kLassoTooShort;
-    ensureViewer();
-    osgViewer::Viewer* viewer = osgWidget_->viewer();
+    osgViewer::Viewer* viewer = view_.viewer();
     const osg::Viewport* viewport = viewer ? viewer->getCamera()->getViewport() : nullptr;
-    if (!viewport || osgWidget_->width() < 1) return QelStatus::kLassoTooShort;
-    const OSGData* last = registry_->at(registry_->count() - 1);
-    if (onlyKind >= 0 && last->kind() != onlyKind) return 0;
+    if (!viewport || widget->width() < 1) return QelStatus::kLassoTooShort;
+    const OSGData* last = registry.at(registry.count() - 1);
+    if (onlyKind && last->kind() != *onlyKind) return 0;
     const osg::Node* drawn = nullptr;
     if (!pointsOf(*last, &selection->points, &selection->sources, &drawn)) return 0;
     const QelPointArray polygon =
-        screenPolygon(outline, mode, viewport->height(), viewport->width() / osgWidget_->width());
+        screenPolygon(outline, shape, viewport->height(), viewport->width() / widget->width());
     // Most objects carry no model matrix: their points are used as they are.
     const osg::Matrixd toWorld = worldMatrixOf(drawn);
     const QelVector3dArray moved =
@@ -145,18 +146,19 @@ long GLViewer::selectByOutline(const QVector<QPointF>& outline, int mode, bool k
     return 0;
 }
 
-long GLViewer::selectPoints(const QVector<QPointF>& outline, int mode, bool keepInside,
-                            QelPointCloud* out, bool* used) {
-    SceneLockGuard lock(osgWidget_);
+long OutlineSelection::selectPoints(const QVector<QPointF>& outline, LassoShape shape,
+                                    bool keepInside, QelPointCloud* out, bool* used) {
+    view_.viewer();  // the first paint creates the viewer, outside the lock
+    SceneLockGuard lock(view_.osgWidget());
     Selection s;
-    const long status = selectByOutline(outline, mode, keepInside, &s);
+    const long status = select(outline, shape, keepInside, &s);
     *used = s.object != nullptr;
     if (status != 0 || !s.object || s.chosen.empty()) return status;
     QelVector3dArray points(static_cast<int>(s.chosen.size()));
     for (size_t k = 0; k < s.chosen.size(); ++k)
         points[int(k)] = s.points[s.chosen[k]];
     out->SetPoints(points);
-    if (s.object->kind() != OSGData::PointCloud) return 0;
+    if (s.object->kind() != ObjectKind::PointCloud) return 0;
     // A cloud's own colours go with its points.
     const QelPointCloud& cloud = static_cast<const OSGPointCloud*>(s.object)->source();
     const QelColorArray colours = cloud.DeepCopyColors();
@@ -169,11 +171,13 @@ long GLViewer::selectPoints(const QVector<QPointF>& outline, int mode, bool keep
     return 0;
 }
 
-long GLViewer::selectRangeSamples(const QVector<QPointF>& outline, int mode, bool keepInside,
-                                  QelRangeImage* out, bool* used) {
-    SceneLockGuard lock(osgWidget_);
+long OutlineSelection::selectRangeSamples(const QVector<QPointF>& outline, LassoShape shape,
+                                          bool keepInside, QelRangeImage* out, bool* used) {
+    view_.viewer();
+    SceneLockGuard lock(view_.osgWidget());
     Selection s;
-    const long status = selectByOutline(outline, mode, keepInside, &s, OSGData::RangeImage);
+    const ObjectKind rangeImages = ObjectKind::RangeImage;
+    const long status = select(outline, shape, keepInside, &s, &rangeImages);
     *used = s.object != nullptr;
     if (status != 0 || !s.object || s.chosen.empty()) return status;
     QelRangeImage image = static_cast<const OSGRangeImage*>(s.object)->source().DeepCopy();

@@ -1,20 +1,18 @@
-// GLViewer's streamed range images: a stream is a render object of kind 4
-// in the registry; bands are appended under the scene lock.
+// The content's streamed range images: a stream is a render object in the
+// registry; bands are appended under the scene lock.
 #include <QCoreApplication>
-#include <QTimer>
 #include <algorithm>
 
-#include "GLViewer.h"
 #include "MemoryBudget.h"
 #include "OSGDataManager.h"
 #include "OSGDataStream.h"
 #include "ObjectIdCounter.h"
-#include "QelOSGWidget.h"
 #include "SamplingStep.h"
+#include "SceneContent.h"
 #include "SceneLockGuard.h"
 #include "StatusCodes.h"
 
-long GLViewer::initialRangeImage(QelRangeImageParameter parameter) {
+long SceneContent::initialRangeImage(QelRangeImageParameter parameter) {
     clearScene();
     // A step the host set holds for streams too (one that leaves no column
     // refuses every band); otherwise the stream's own automatic steps.
@@ -28,53 +26,34 @@ long GLViewer::initialRangeImage(QelRangeImageParameter parameter) {
             std::uint64_t(parameter.width), std::uint64_t(parameter.height),
             QelRangeImage::SampleSize(parameter.dataType), parameter.colourChannels, step)))
         return QelStatus::kCountTooLarge;
-    const long id = ObjectIdCounter::take();
-    auto stream = std::make_unique<OSGDataStream>(parameter, defaultMode_, static_cast<int>(id));
+    const ObjectId id = ObjectIdCounter::take();
+    auto stream = std::make_unique<OSGDataStream>(parameter, defaultMode_, id);
     if (long status = stream->initialize()) return status;
     {
-        SceneLockGuard lock(osgWidget_);
+        SceneLockGuard lock(lock_);
         registry_->add(std::move(stream));
     }
     setInfoText({QStringLiteral("  ") +
-                 QCoreApplication::translate("GLViewer", "Data Type: Range Image Scanning")});
-    if (initialised_ && !manipulator_) installManipulator();
-    dataChanged();
+                 QCoreApplication::translate("SceneContent", "Data Type: Range Image Scanning")});
+    emit sig_itemAdded(osg::BoundingSphere());
+    emit sig_dataChanged();
     return id;
 }
 
-// A frame draws the whole scan so far, so a scanner's bands would each pay
-// for one: bands ask for at most one redraw every 100 ms, and the last band
-// of a burst is drawn when the interval has passed.
-void GLViewer::requestStreamRedraw() {
-    constexpr int kIntervalMs = 100;
-    if (!streamRedrawClock_.isValid() || streamRedrawClock_.elapsed() >= kIntervalMs) {
-        streamRedrawClock_.start();
-        dataChanged();
-        return;
-    }
-    if (streamRedrawPending_) return;
-    streamRedrawPending_ = true;
-    QTimer::singleShot(kIntervalMs - int(streamRedrawClock_.elapsed()), this, [this] {
-        streamRedrawPending_ = false;
-        streamRedrawClock_.start();
-        dataChanged();
-    });
-}
-
-OSGDataStream* GLViewer::findStream(long id) const {
-    OSGData* object = id >= 0 ? registry_->find(static_cast<int>(id)) : nullptr;
-    return object && object->kind() == OSGData::RangeImageStream
+OSGDataStream* SceneContent::findStream(ObjectId id) const {
+    OSGData* object = id >= 0 ? registry_->find(id) : nullptr;
+    return object && object->kind() == ObjectKind::RangeImageStream
                ? static_cast<OSGDataStream*>(object)
                : nullptr;
 }
 
-long GLViewer::appendDataStream(long id, const void* samples, const void* colours, int type,
-                                int startLine, int endLine) {
+long SceneContent::appendDataStream(ObjectId id, const void* samples, const void* colours, int type,
+                                    int startLine, int endLine) {
     long status = QelStatus::kObjectNotFound;
     bool first = false;
     osg::BoundingSphere bound;
     {
-        SceneLockGuard lock(osgWidget_);
+        SceneLockGuard lock(lock_);
         OSGDataStream* stream = findStream(id);
         if (!stream) return QelStatus::kObjectNotFound;
         if (type != stream->stream().parameter().dataType) return QelStatus::argument(5);
@@ -85,13 +64,13 @@ long GLViewer::appendDataStream(long id, const void* samples, const void* colour
     }
     if (status != 0) return status;
     // The first lines of a scan: show them when the camera does not.
-    if (first && manipulator_) fitIfOutOfView(bound);
-    requestStreamRedraw();
+    if (first) emit sig_itemAdded(bound);
+    emit sig_streamGrew();
     return QelStatus::kOk;
 }
 
-long GLViewer::finishDataStream(long id, QelRangeImage* image) {
-    SceneLockGuard lock(osgWidget_);
+long SceneContent::finishDataStream(ObjectId id, QelRangeImage* image) {
+    SceneLockGuard lock(lock_);
     OSGDataStream* stream = findStream(id);
     if (!stream) return QelStatus::kObjectNotFound;
     stream->stream().finish(image);

@@ -4,7 +4,7 @@
 
 #include "TextLimit.h"
 
-TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const std::wstring& text,
+TextOverlay::TextOverlay(const osgText::Text& prototype, ObjectId id, const std::wstring& text,
                          const osg::Vec3& position, float size, const osg::Vec4& colour)
     : fullText_(text),
       text_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)),
@@ -23,4 +23,20 @@ TextOverlay::TextOverlay(const osgText::Text& prototype, unsigned int id, const 
     text_->getOrCreateStateSet()->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
     text_->setText(laidOutText(text).c_str());
     geode_->addDrawable(text_.get());
+}
+
+void TextOverlay::setItemVisible(bool visible) {
+    geode_->setNodeMask(visible ? ~0u : 0u);
+}
+
+bool TextOverlay::setItemColours(const osg::Vec4Array& colours) {
+    if (colours.empty()) return false;
+    text_->setColor(colours.front());
+    return true;
+}
+
+osg::BoundingBox TextOverlay::itemBounds() const {
+    osg::BoundingBox box;
+    box.expandBy(text_->getPosition());
+    return box;
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <osg/Vec3d>
+
+#include "SceneModes.h"
+
+// What a pick found: the render object, the element in its drawn geometry
+// (the vertex of a point, the primitive of a surface; -1 when not known)
+// and the point in world coordinates.
+struct PickHit {
+    ObjectId object = 0;  // 0: none of the render objects
+    long long element = -1;
+    osg::Vec3d position;
+};
