@@ -4,6 +4,7 @@
 #include <osg/Uniform>
 
 #include "NamedShaderPrograms.h"
+#include "StatusCodes.h"
 
 QelGLShaderAlg::QelGLShaderAlg(osg::ref_ptr<osg::StateSet>& stateSet, std::string& name)
     : stateSet_(stateSet), name_(name) {
@@ -20,7 +21,7 @@ long QelGLShaderAlg::setStateSet(osg::ref_ptr<osg::StateSet>& stateSet, std::str
 long QelGLShaderAlg::install() {
     ready_ = false;
     const NamedShaderProgram* named = findNamedShaderProgram(name_);
-    if (!named || !stateSet_.valid()) return -1;
+    if (!named || !stateSet_.valid()) return QelStatus::kShaderFailed;
     if (!program_.valid() || program_->getName() != name_) {
         program_ = new osg::Program;
         program_->setName(name_);
@@ -40,9 +41,9 @@ void QelGLShaderAlg::removeFromStateSet() {
 }
 
 long QelGLShaderAlg::changeUniformValue(std::string& name, std::vector<float>& values) {
-    if (!ready_ || !stateSet_.valid()) return -1;
+    if (!ready_ || !stateSet_.valid()) return QelStatus::kShaderFailed;
     osg::Uniform* uniform = stateSet_->getUniform(name);
-    if (!uniform) return -1;
+    if (!uniform) return QelStatus::kShaderFailed;
     bool ok = false;
     switch (values.size()) {
         case 1:

@@ -8,7 +8,7 @@
 
 // Installs one of the named GLSL programs ("glass", "pointSprite",
 // "pointSurfel") with its uniforms and render state on a state set, and
-// changes its uniforms by name. Status values: 0 success, -1 failure.
+// changes its uniforms by name. Status values: 0 success, kShaderFailed.
 class QelGLShaderAlg {
 public:
     QelGLShaderAlg(osg::ref_ptr<osg::StateSet>& stateSet, std::string& name);

@@ -25,6 +25,6 @@ public:
     // Sizes in logical pixels.
     virtual bool setItemPointSize(float size) = 0;
     virtual bool setItemLineWidth(float width) = 0;
-    // The bounds in world coordinates (invalid while empty).
+    // The bounds in world coordinates, shown or hidden (invalid while empty).
     virtual osg::BoundingBox itemBounds() const = 0;
 };

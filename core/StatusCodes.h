@@ -1,9 +1,17 @@
 #pragma once
 
-// Status codes of the exported functions. 0 is success; add, display and
-// show operations return the new object id (>= 1) instead.
+// Status codes of the exported functions and of the data layer. 0 is
+// success; add, display and show operations return the new object id
+// (>= 1) instead, always below kFirstCode.
 namespace QelStatus {
 constexpr long kOk = 0;
+constexpr long kFirstCode = 11'000'000;
+// Whether what an add, display or show returned is a refusal, not an id.
+constexpr bool isFailure(long result) {
+    return result >= kFirstCode;
+}
+// The shader programs' setters fail with this.
+constexpr long kShaderFailed = -1;
 constexpr long kObjectUnusable = 11000013;
 constexpr long kRangeImageEmpty = 11100001;
 constexpr long kPointCloudEmpty = 11100002;
@@ -37,4 +45,15 @@ constexpr long kStreamNoColumn = 11501016;
 constexpr long kUnknownWindow = 11504001;
 constexpr long kWrongThread = 11504002;
 constexpr long kNotAWindow = 11504103;
+// The data layer's helpers (hosts see them as QELMV::QelDataStatus).
+constexpr long kDataInvalidArgument = 11601001;
+constexpr long kDataFileNotReadable = 11601002;
+constexpr long kDataFileMalformed = 11601003;
+constexpr long kDataFormatUnsupported = 11601004;
+constexpr long kDataEmpty = 11601005;
+constexpr long kDataNoValidSample = 11601006;
+constexpr long kDataDegenerate = 11601007;
+constexpr long kDataNotSimple = 11601008;
+constexpr long kDataNotInitialized = 11601009;
+constexpr long kDataTooLarge = 11601010;
 }  // namespace QelStatus

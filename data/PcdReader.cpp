@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "ByteCursor.h"
 #include "LzfDecoder.h"
@@ -54,32 +55,39 @@ bool validField(const Field& f) {
            f.count <= 65536;
 }
 
-}  // namespace
-
-long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions&,
-                     GeometryData& out) {
-    TextScanner text(data, size);
+// What the header says: the fields, the number of points, the data mode,
+// and where in a record each field lies.
+struct Header {
     std::vector<Field> fields;
+    long long points = 0;
+    std::string mode;
+    std::size_t recordSize = 0;
+    int axis[3] = {-1, -1, -1};
+    int color = -1;
+};
+
+// Reads the header up to and including its DATA line.
+long readHeader(TextScanner& text, Header& h) {
     std::vector<std::string_view> f;
     long long width = -1, height = 1, points = -1;
-    std::string mode;
     std::string_view line;
-    while (mode.empty() && text.nextLine(line)) {
+    while (h.mode.empty() && text.nextLine(line)) {
         TextScanner::split(line, f);
         if (f.empty() || f[0].front() == '#') continue;
         const std::string_view key = f[0];
+        // One value a field on this line, each given to setter.
         auto numbers = [&](auto setter) {
-            if (f.size() - 1 != fields.size()) return false;
+            if (f.size() - 1 != h.fields.size()) return false;
             for (std::size_t k = 1; k < f.size(); ++k) {
                 long long v = 0;
-                if (!setter(fields[k - 1], f[k], v)) return false;
+                if (!setter(h.fields[k - 1], f[k], v)) return false;
             }
             return true;
         };
         if (key == "FIELDS") {
-            fields.clear();
+            h.fields.clear();
             for (std::size_t k = 1; k < f.size(); ++k)
-                fields.push_back(Field{std::string(f[k])});
+                h.fields.push_back(Field{std::string(f[k])});
         } else if (key == "SIZE") {
             if (!numbers([](Field& fd, std::string_view t, long long& v) {
                     return TextScanner::toLong(t, v) && ((fd.size = v), true);
@@ -102,118 +110,141 @@ long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
             (key == "WIDTH" ? width : key == "HEIGHT" ? height : points) = v;
         } else if (key == "DATA") {
             if (f.size() != 2) return QEL_DATA_FILE_MALFORMED;
-            mode = std::string(f[1]);
+            h.mode = std::string(f[1]);
         } else if (key != "VERSION" && key != "VIEWPOINT") {
             return QEL_DATA_FILE_MALFORMED;
         }
     }
-    if (mode.empty() || fields.empty()) return QEL_DATA_FILE_MALFORMED;
+    if (h.mode.empty() || h.fields.empty()) return QEL_DATA_FILE_MALFORMED;
     if (points < 0) {
         if (width < 0 || (height > 0 && width > (1LL << 40) / height))
             return QEL_DATA_FILE_MALFORMED;
         points = width * height;
     }
+    h.points = points;
 
-    // Record layout and the fields we read.
-    std::size_t recordSize = 0;
-    const Field* axis[3] = {nullptr, nullptr, nullptr};
-    const Field* color = nullptr;
-    for (Field& fd : fields) {
+    // The record layout and the fields we read.
+    for (std::size_t k = 0; k < h.fields.size(); ++k) {
+        Field& fd = h.fields[k];
         if (!validField(fd)) return QEL_DATA_FILE_MALFORMED;
-        fd.offset = recordSize;
-        recordSize += static_cast<std::size_t>(fd.size * fd.count);
-        if (fd.name == "x") axis[0] = &fd;
-        if (fd.name == "y") axis[1] = &fd;
-        if (fd.name == "z") axis[2] = &fd;
-        if ((fd.name == "rgb" || fd.name == "rgba") && fd.size == 4) color = &fd;
+        fd.offset = h.recordSize;
+        h.recordSize += static_cast<std::size_t>(fd.size * fd.count);
+        const int index = static_cast<int>(k);
+        if (fd.name == "x") h.axis[0] = index;
+        if (fd.name == "y") h.axis[1] = index;
+        if (fd.name == "z") h.axis[2] = index;
+        if ((fd.name == "rgb" || fd.name == "rgba") && fd.size == 4) h.color = index;
     }
-    if (!axis[0] || !axis[1] || !axis[2]) return QEL_DATA_FILE_MALFORMED;
-    if (points == 0) return QEL_DATA_EMPTY;
+    if (h.axis[0] < 0 || h.axis[1] < 0 || h.axis[2] < 0) return QEL_DATA_FILE_MALFORMED;
+    return h.points == 0 ? QEL_DATA_EMPTY : QEL_DATA_OK;
+}
+
+// Stores point i; the colour is the bit pattern of a 4-byte value, 0x00RRGGBB.
+void store(GeometryData& g, const Header& h, std::size_t i, double x, double y, double z,
+           double packed) {
+    g.xyz[3 * i] = static_cast<float>(x);
+    g.xyz[3 * i + 1] = static_cast<float>(y);
+    g.xyz[3 * i + 2] = static_cast<float>(z);
+    if (h.color < 0) return;
+    std::uint32_t bits = 0;
+    if (h.fields[static_cast<std::size_t>(h.color)].type == 'F') {
+        const float asFloat = static_cast<float>(packed);
+        std::memcpy(&bits, &asFloat, 4);
+    } else {
+        // ASCII files may hold any number here; out of range is black.
+        const bool fits = packed >= -2147483648.0 && packed < 4294967296.0;
+        bits = fits ? static_cast<std::uint32_t>(static_cast<long long>(packed)) : 0;
+    }
+    g.colors[3 * i] = static_cast<std::uint8_t>(bits >> 16);
+    g.colors[3 * i + 1] = static_cast<std::uint8_t>(bits >> 8);
+    g.colors[3 * i + 2] = static_cast<std::uint8_t>(bits);
+}
+
+// One line a point, the first value of each field.
+long readAscii(TextScanner& text, const Header& h, GeometryData& g) {
+    const std::size_t n = static_cast<std::size_t>(h.points);
+    std::vector<std::string_view> f;
+    std::vector<double> values;
+    std::string_view line;
+    std::size_t i = 0;
+    while (i < n && text.nextLine(line)) {
+        TextScanner::split(line, f);
+        if (f.empty()) continue;
+        values.assign(h.fields.size(), 0.0);
+        std::size_t token = 0;
+        for (std::size_t k = 0; k < h.fields.size(); ++k)
+            for (long long c = 0; c < h.fields[k].count; ++c, ++token) {
+                double v = 0;
+                if (token >= f.size() || !TextScanner::toDouble(f[token], v))
+                    return QEL_DATA_FILE_MALFORMED;
+                if (c == 0) values[k] = v;
+            }
+        store(g, h, i++, values[size_t(h.axis[0])], values[size_t(h.axis[1])],
+              values[size_t(h.axis[2])], h.color >= 0 ? values[size_t(h.color)] : 0.0);
+    }
+    return i == n ? QEL_DATA_OK : QEL_DATA_FILE_MALFORMED;
+}
+
+// Records one after another (binary), or LZF-packed fields one after
+// another (binary_compressed).
+long readBinary(const std::uint8_t* src, std::size_t available, const Header& h, GeometryData& g) {
+    const std::size_t n = static_cast<std::size_t>(h.points);
+    if (h.recordSize > 0 && n > (std::size_t(1) << 40) / h.recordSize)
+        return QEL_DATA_FILE_MALFORMED;
+    const std::size_t total = n * h.recordSize;
+    std::vector<std::uint8_t> unpacked;
+    const bool fieldMajor = h.mode == "binary_compressed";
+    if (!fieldMajor) {
+        if (total > available) return QEL_DATA_FILE_MALFORMED;
+    } else {
+        ByteCursor c(src, available);
+        std::uint32_t packedSize = 0, rawSize = 0;
+        if (!c.read(packedSize) || !c.read(rawSize)) return QEL_DATA_FILE_MALFORMED;
+        // LZF expands at most about 100-fold, which bounds the allocation
+        // by the file's size.
+        if (packedSize > c.remaining() || rawSize != total ||
+            rawSize > std::size_t(packedSize) * 100 + 1024)
+            return QEL_DATA_FILE_MALFORMED;
+        unpacked.resize(total);
+        if (LzfDecoder::decode(src + 8, packedSize, unpacked.data(), total) != total)
+            return QEL_DATA_FILE_MALFORMED;
+        src = unpacked.data();
+    }
+    auto value = [&](int field, std::size_t i) {
+        const Field& fd = h.fields[static_cast<std::size_t>(field)];
+        const std::uint8_t* at = fieldMajor ? src + fd.offset * n + i * fd.size * fd.count
+                                            : src + i * h.recordSize + fd.offset;
+        return decodeValue(at, fd);
+    };
+    for (std::size_t i = 0; i < n; ++i)
+        store(g, h, i, value(h.axis[0], i), value(h.axis[1], i), value(h.axis[2], i),
+              h.color >= 0 ? value(h.color, i) : 0);
+    return QEL_DATA_OK;
+}
+
+}  // namespace
+
+long PcdReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions&,
+                     GeometryData& out) {
+    TextScanner text(data, size);
+    Header h;
+    if (long status = readHeader(text, h)) return status;
     const std::size_t body = text.position();
     const std::size_t available = size - body;
-
     // Every mode needs at least a byte per point; checked before allocating.
-    if (static_cast<unsigned long long>(points) > available) return QEL_DATA_FILE_MALFORMED;
-    const std::size_t n = static_cast<std::size_t>(points);
+    if (static_cast<unsigned long long>(h.points) > available) return QEL_DATA_FILE_MALFORMED;
+    if (h.mode != "ascii" && h.mode != "binary" && h.mode != "binary_compressed")
+        return QEL_DATA_FORMAT_UNSUPPORTED;
+    const std::size_t n = static_cast<std::size_t>(h.points);
     GeometryData g;
     g.xyz.resize(n * 3);
-    if (color) {
+    if (h.color >= 0) {
         g.colorChannels = 3;
         g.colors.resize(n * 3);
     }
-    auto store = [&](std::size_t i, double x, double y, double z, double packed) {
-        g.xyz[3 * i] = static_cast<float>(x);
-        g.xyz[3 * i + 1] = static_cast<float>(y);
-        g.xyz[3 * i + 2] = static_cast<float>(z);
-        if (!color) return;
-        // The colour is the bit pattern of a 4-byte value: 0x00RRGGBB.
-        std::uint32_t bits = 0;
-        if (color->type == 'F') {
-            const float asFloat = static_cast<float>(packed);
-            std::memcpy(&bits, &asFloat, 4);
-        } else {
-            // ASCII files may hold any number here; out of range is black.
-            const bool fits = packed >= -2147483648.0 && packed < 4294967296.0;
-            bits = fits ? static_cast<std::uint32_t>(static_cast<long long>(packed)) : 0;
-        }
-        g.colors[3 * i] = static_cast<std::uint8_t>(bits >> 16);
-        g.colors[3 * i + 1] = static_cast<std::uint8_t>(bits >> 8);
-        g.colors[3 * i + 2] = static_cast<std::uint8_t>(bits);
-    };
-
-    if (mode == "ascii") {
-        std::vector<double> values;
-        std::size_t i = 0;
-        while (i < n && text.nextLine(line)) {
-            TextScanner::split(line, f);
-            if (f.empty()) continue;
-            values.assign(fields.size(), 0.0);
-            std::size_t token = 0;
-            for (std::size_t k = 0; k < fields.size(); ++k)
-                for (long long c = 0; c < fields[k].count; ++c, ++token) {
-                    double v = 0;
-                    if (token >= f.size() || !TextScanner::toDouble(f[token], v))
-                        return QEL_DATA_FILE_MALFORMED;
-                    if (c == 0) values[k] = v;
-                }
-            store(i++, values[axis[0] - fields.data()], values[axis[1] - fields.data()],
-                  values[axis[2] - fields.data()], color ? values[color - fields.data()] : 0.0);
-        }
-        if (i != n) return QEL_DATA_FILE_MALFORMED;
-    } else if (mode == "binary" || mode == "binary_compressed") {
-        if (recordSize > 0 && n > (std::size_t(1) << 40) / recordSize)
-            return QEL_DATA_FILE_MALFORMED;
-        const std::size_t total = n * recordSize;
-        const std::uint8_t* src = data + body;
-        std::vector<std::uint8_t> unpacked;
-        if (mode == "binary") {
-            if (total > available) return QEL_DATA_FILE_MALFORMED;
-        } else {
-            ByteCursor c(src, available);
-            std::uint32_t packedSize = 0, rawSize = 0;
-            if (!c.read(packedSize) || !c.read(rawSize)) return QEL_DATA_FILE_MALFORMED;
-            // LZF expands at most about 100-fold, which bounds the allocation
-            // by the file's size.
-            if (packedSize > c.remaining() || rawSize != total ||
-                rawSize > std::size_t(packedSize) * 100 + 1024)
-                return QEL_DATA_FILE_MALFORMED;
-            unpacked.resize(total);
-            if (LzfDecoder::decode(src + 8, packedSize, unpacked.data(), total) != total)
-                return QEL_DATA_FILE_MALFORMED;
-            src = unpacked.data();
-        }
-        const bool fieldMajor = mode == "binary_compressed";
-        auto at = [&](const Field& fd, std::size_t i) {
-            if (fieldMajor) return src + fd.offset * n + i * fd.size * fd.count;
-            return src + i * recordSize + fd.offset;
-        };
-        for (std::size_t i = 0; i < n; ++i)
-            store(i, decodeValue(at(*axis[0], i), *axis[0]), decodeValue(at(*axis[1], i), *axis[1]),
-                  decodeValue(at(*axis[2], i), *axis[2]),
-                  color ? decodeValue(at(*color, i), *color) : 0);
-    } else {
-        return QEL_DATA_FORMAT_UNSUPPORTED;
-    }
+    const long status =
+        h.mode == "ascii" ? readAscii(text, h, g) : readBinary(data + body, available, h, g);
+    if (status != QEL_DATA_OK) return status;
     out = std::move(g);
     return QEL_DATA_OK;
 }

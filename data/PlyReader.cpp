@@ -155,86 +155,137 @@ void addStrips(const std::vector<long long>& indices, std::vector<int>& triangle
     }
 }
 
-}  // namespace
+struct Header {
+    bool ascii = false;
+    bool bigEndian = false;
+    std::vector<Element> elements;
+};
 
-long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions& options,
-                     GeometryData& out) {
-    TextScanner header(data, size);
+// One property line of element e: "property <type> <name>" or
+// "property list <count type> <type> <name>".
+long readProperty(const std::vector<std::string_view>& f, Element& e) {
+    Property p;
+    std::string_view name;
+    if (f.size() == 5 && f[1] == "list") {
+        p.countType = scalarFromName(f[2]);
+        p.type = scalarFromName(f[3]);
+        name = f[4];
+        if (p.countType == Scalar::None || p.countType == Scalar::F32 || p.countType == Scalar::F64)
+            return QEL_DATA_FILE_MALFORMED;
+        const bool indices = name == "vertex_indices" || name == "vertex_index";
+        if (e.name == "face" && indices) p.role = Role::FaceIndices;
+        if (e.name == "tristrips" && indices) p.role = Role::StripIndices;
+    } else if (f.size() == 3) {
+        p.type = scalarFromName(f[1]);
+        name = f[2];
+        if (e.name == "vertex") p.role = vertexRole(name);
+    } else {
+        return QEL_DATA_FILE_MALFORMED;
+    }
+    if (p.type == Scalar::None) return QEL_DATA_FILE_MALFORMED;
+    e.properties.push_back(p);
+    return QEL_DATA_OK;
+}
+
+// The header, from "ply" to "end_header".
+long readHeader(TextScanner& header, Header& h) {
     std::string_view line;
     if (!header.nextLine(line) || TextScanner::trim(line) != "ply") return QEL_DATA_FILE_MALFORMED;
-
-    bool ascii = false, bigEndian = false, haveFormat = false, ended = false;
-    std::vector<Element> elements;
+    bool haveFormat = false;
     std::vector<std::string_view> f;
     while (header.nextLine(line)) {
         TextScanner::split(line, f);
         if (f.empty() || f[0] == "comment" || f[0] == "obj_info") continue;
-        if (f[0] == "end_header") {
-            ended = true;
-            break;
-        }
+        if (f[0] == "end_header") return haveFormat ? QEL_DATA_OK : QEL_DATA_FILE_MALFORMED;
         if (f[0] == "format" && f.size() >= 2) {
             haveFormat = true;
             if (f[1] == "ascii")
-                ascii = true;
+                h.ascii = true;
             else if (f[1] == "binary_big_endian")
-                bigEndian = true;
+                h.bigEndian = true;
             else if (f[1] != "binary_little_endian")
                 return QEL_DATA_FORMAT_UNSUPPORTED;
         } else if (f[0] == "element" && f.size() == 3) {
             Element e;
             e.name = std::string(f[1]);
             if (!TextScanner::toLong(f[2], e.count) || e.count < 0) return QEL_DATA_FILE_MALFORMED;
-            elements.push_back(std::move(e));
-        } else if (f[0] == "property" && !elements.empty()) {
-            Element& e = elements.back();
-            Property p;
-            std::string_view name;
-            if (f.size() == 5 && f[1] == "list") {
-                p.countType = scalarFromName(f[2]);
-                p.type = scalarFromName(f[3]);
-                name = f[4];
-                if (p.countType == Scalar::None || p.countType == Scalar::F32 ||
-                    p.countType == Scalar::F64)
-                    return QEL_DATA_FILE_MALFORMED;
-                const bool indices = name == "vertex_indices" || name == "vertex_index";
-                if (e.name == "face" && indices) p.role = Role::FaceIndices;
-                if (e.name == "tristrips" && indices) p.role = Role::StripIndices;
-            } else if (f.size() == 3) {
-                p.type = scalarFromName(f[1]);
-                name = f[2];
-                if (e.name == "vertex") p.role = vertexRole(name);
-            } else {
-                return QEL_DATA_FILE_MALFORMED;
-            }
-            if (p.type == Scalar::None) return QEL_DATA_FILE_MALFORMED;
-            e.properties.push_back(p);
+            h.elements.push_back(std::move(e));
+        } else if (f[0] == "property" && !h.elements.empty()) {
+            if (long status = readProperty(f, h.elements.back())) return status;
         } else {
             return QEL_DATA_FILE_MALFORMED;
         }
     }
-    if (!ended || !haveFormat) return QEL_DATA_FILE_MALFORMED;
+    return QEL_DATA_FILE_MALFORMED;  // no end_header
+}
 
-    const std::size_t bodyStart = header.position();
-    ValueSource src(data + bodyStart, size - bodyStart, ascii, bigEndian);
-    GeometryData g;
-    long long vertexCount = -1;
-    for (const Element& e : elements) {
-        // Each instance takes at least a byte (binary: its fixed part), so a
-        // count the remaining bytes cannot hold is a lie; checked before
-        // anything is allocated.
-        std::size_t minBytes = 0;
-        for (const Property& p : e.properties)
-            minBytes += scalarSize(p.countType != Scalar::None ? p.countType : p.type);
-        if (ascii) minBytes = e.properties.empty() ? 0 : 1;
-        if (minBytes > 0 && static_cast<unsigned long long>(e.count) > src.remaining() / minBytes)
+// One list: its count, then its values; indices of faces and strips are
+// kept as triangles when wanted.
+long readList(ValueSource& src, const Property& p, bool wanted, long long vertexCount,
+              std::vector<long long>& polygon, GeometryData& g) {
+    double v = 0.0;
+    if (!src.next(p.countType, v) || !(v >= 0) || v > double(src.remaining()))
+        return QEL_DATA_FILE_MALFORMED;
+    const long long n = static_cast<long long>(v);
+    wanted = wanted && p.role != Role::Skip;
+    // Strips mark their restarts with -1; any other index outside the
+    // vertex list is an error.
+    const double lowest = p.role == Role::StripIndices ? -1.0 : 0.0;
+    polygon.clear();
+    for (long long k = 0; k < n; ++k) {
+        if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
+        if (!wanted) continue;
+        if (!(v >= lowest) || v >= double(vertexCount) || v != std::floor(v))
             return QEL_DATA_FILE_MALFORMED;
-        if (minBytes == 0 && e.count > 0) continue;  // no properties: nothing to read
+        polygon.push_back(static_cast<long long>(v));
+    }
+    if (wanted && p.role == Role::FaceIndices) addFan(polygon, g.triangles);
+    if (wanted && p.role == Role::StripIndices) addStrips(polygon, g.triangles);
+    return QEL_DATA_OK;
+}
 
-        const bool isVertex = e.name == "vertex" && vertexCount < 0;
-        bool hasX = false, hasY = false, hasZ = false;
+// One value of vertex 'at' in the role its property has.
+void storeVertexValue(GeometryData& g, std::size_t at, const Property& p, double v) {
+    switch (p.role) {
+        case Role::X:
+        case Role::Y:
+        case Role::Z:
+            g.xyz[3 * at + static_cast<std::size_t>(p.role) - static_cast<std::size_t>(Role::X)] =
+                static_cast<float>(v);
+            break;
+        case Role::Red:
+        case Role::Green:
+        case Role::Blue:
+        case Role::Alpha:
+            if (g.colorChannels > 0) {
+                const int c = static_cast<int>(p.role) - static_cast<int>(Role::Red);
+                if (c < g.colorChannels) g.colors[at * g.colorChannels + c] = colorByte(v, p.type);
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+// Every instance of one element. The first "vertex" element sets up the
+// vertex arrays; faces and strips are read when the options want them.
+long readElement(ValueSource& src, const Element& e, bool ascii, bool faces, long long& vertexCount,
+                 GeometryData& g) {
+    // Each instance takes at least a byte (binary: its fixed part), so a
+    // count the remaining bytes cannot hold is a lie; checked before
+    // anything is allocated.
+    std::size_t minBytes = 0;
+    for (const Property& p : e.properties)
+        minBytes += scalarSize(p.countType != Scalar::None ? p.countType : p.type);
+    if (ascii) minBytes = e.properties.empty() ? 0 : 1;
+    if (minBytes > 0 && static_cast<unsigned long long>(e.count) > src.remaining() / minBytes)
+        return QEL_DATA_FILE_MALFORMED;
+    if (minBytes == 0 && e.count > 0) return QEL_DATA_OK;  // no properties: nothing to read
+
+    const bool isVertex = e.name == "vertex" && vertexCount < 0;
+    if (isVertex) {
+        bool hasX = false, hasY = false, hasZ = false, hasAlpha = false;
         int colorRoles = 0;
-        bool hasAlpha = false;
         for (const Property& p : e.properties) {
             hasX |= p.role == Role::X;
             hasY |= p.role == Role::Y;
@@ -242,69 +293,44 @@ long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptio
             if (p.role == Role::Red || p.role == Role::Green || p.role == Role::Blue) ++colorRoles;
             hasAlpha |= p.role == Role::Alpha;
         }
-        if (isVertex) {
-            if (!hasX || !hasY || !hasZ) return QEL_DATA_FILE_MALFORMED;
-            vertexCount = e.count;
-            g.xyz.resize(static_cast<std::size_t>(e.count) * 3);
-            if (colorRoles == 3) {
-                g.colorChannels = hasAlpha ? 4 : 3;
-                g.colors.assign(static_cast<std::size_t>(e.count) * g.colorChannels, 255);
-            }
-        }
-        const bool isFace = (e.name == "face" || e.name == "tristrips") && options.faces;
-        std::vector<long long> polygon;
-        for (long long i = 0; i < e.count; ++i) {
-            for (const Property& p : e.properties) {
-                double v = 0.0;
-                if (p.countType != Scalar::None) {
-                    if (!src.next(p.countType, v) || !(v >= 0) || v > double(src.remaining()))
-                        return QEL_DATA_FILE_MALFORMED;
-                    const long long n = static_cast<long long>(v);
-                    const bool wanted = isFace && p.role != Role::Skip;
-                    // Strips mark their restarts with -1; any other index
-                    // outside the vertex list is an error.
-                    const double lowest = p.role == Role::StripIndices ? -1.0 : 0.0;
-                    polygon.clear();
-                    for (long long k = 0; k < n; ++k) {
-                        if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
-                        if (!wanted) continue;
-                        if (!(v >= lowest) || v >= double(vertexCount) || v != std::floor(v))
-                            return QEL_DATA_FILE_MALFORMED;
-                        polygon.push_back(static_cast<long long>(v));
-                    }
-                    if (wanted && p.role == Role::FaceIndices) addFan(polygon, g.triangles);
-                    if (wanted && p.role == Role::StripIndices) addStrips(polygon, g.triangles);
-                    continue;
-                }
-                if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
-                if (!isVertex) continue;
-                const std::size_t at = static_cast<std::size_t>(i);
-                switch (p.role) {
-                    case Role::X:
-                        g.xyz[3 * at] = static_cast<float>(v);
-                        break;
-                    case Role::Y:
-                        g.xyz[3 * at + 1] = static_cast<float>(v);
-                        break;
-                    case Role::Z:
-                        g.xyz[3 * at + 2] = static_cast<float>(v);
-                        break;
-                    case Role::Red:
-                    case Role::Green:
-                    case Role::Blue:
-                    case Role::Alpha:
-                        if (g.colorChannels > 0) {
-                            const int c = static_cast<int>(p.role) - static_cast<int>(Role::Red);
-                            if (c < g.colorChannels)
-                                g.colors[at * g.colorChannels + c] = colorByte(v, p.type);
-                        }
-                        break;
-                    default:
-                        break;
-                }
-            }
+        if (!hasX || !hasY || !hasZ) return QEL_DATA_FILE_MALFORMED;
+        vertexCount = e.count;
+        g.xyz.resize(static_cast<std::size_t>(e.count) * 3);
+        if (colorRoles == 3) {
+            g.colorChannels = hasAlpha ? 4 : 3;
+            g.colors.assign(static_cast<std::size_t>(e.count) * g.colorChannels, 255);
         }
     }
+    const bool isFace = (e.name == "face" || e.name == "tristrips") && faces;
+    std::vector<long long> polygon;
+    for (long long i = 0; i < e.count; ++i) {
+        for (const Property& p : e.properties) {
+            if (p.countType != Scalar::None) {
+                if (long status = readList(src, p, isFace, vertexCount, polygon, g)) return status;
+                continue;
+            }
+            double v = 0.0;
+            if (!src.next(p.type, v)) return QEL_DATA_FILE_MALFORMED;
+            if (isVertex) storeVertexValue(g, static_cast<std::size_t>(i), p, v);
+        }
+    }
+    return QEL_DATA_OK;
+}
+
+}  // namespace
+
+long PlyReader::read(const std::uint8_t* data, std::size_t size, const ReadOptions& options,
+                     GeometryData& out) {
+    TextScanner header(data, size);
+    Header h;
+    if (long status = readHeader(header, h)) return status;
+    const std::size_t bodyStart = header.position();
+    ValueSource src(data + bodyStart, size - bodyStart, h.ascii, h.bigEndian);
+    GeometryData g;
+    long long vertexCount = -1;
+    for (const Element& e : h.elements)
+        if (long status = readElement(src, e, h.ascii, options.faces, vertexCount, g))
+            return status;
     if (vertexCount <= 0) return QEL_DATA_EMPTY;
     out = std::move(g);
     return QEL_DATA_OK;

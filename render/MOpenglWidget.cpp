@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <osg/ContextData>
 #include <osg/GLObjects>
+#include <stdexcept>
 
 #include "ExamplePaintSurface.h"
 #include "MRenderer.h"
@@ -31,7 +32,7 @@ void MOpenglWidget::teardownRenderer() {
     if (!renderer_) return;
     try {
         surface_->makeCurrent();
-    } catch (const char*) {
+    } catch (const std::runtime_error&) {
         // No context: nothing GL-side can be released.
     }
     osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window = renderer_->graphicsWindow();
@@ -102,9 +103,9 @@ bool MOpenglWidget::renderFrame() {
             resizeGL(device.width(), device.height());  // same pixels, another ratio
         surface_->render();
         return true;
-    } catch (const char* error) {
+    } catch (const std::runtime_error& error) {
         // Never let a GL failure unwind through the host's event loop.
-        qCWarning(qelLog) << error;
+        qCWarning(qelLog) << error.what();
         return false;
     }
 }
@@ -124,8 +125,8 @@ void MOpenglWidget::paintEvent(QPaintEvent*) {
 void MOpenglWidget::resizeEvent(QResizeEvent*) {
     try {
         if (!deviceSize().isEmpty()) surface_->resize(deviceSize());
-    } catch (const char* error) {
-        qCWarning(qelLog) << error;
+    } catch (const std::runtime_error& error) {
+        qCWarning(qelLog) << error.what();
     }
 }
 
@@ -151,8 +152,8 @@ void MOpenglWidget::grabImage(QImage& out, double width, double height) {
         out = surface_->grabFramebuffer();
         surface_->resize(old);
         surface_->render();
-    } catch (const char* error) {
-        qCWarning(qelLog) << error;
+    } catch (const std::runtime_error& error) {
+        qCWarning(qelLog) << error.what();
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QOpenGLFunctions>
 #include <QOpenGLFunctions_3_0>
 #include <QOpenGLPaintDevice>
+#include <stdexcept>
 
 #include "QelLog.h"
 
@@ -50,7 +51,8 @@ void OpenGlOffscreenSurface::initializeInternal() {
         initialized_ = false;
         delete context_;
         context_ = nullptr;
-        throw "Failed to create OpenGL context!";
+        throw std::runtime_error(
+            "OpenGlOffscreenSurface::initializeInternal() - Failed to create OpenGL context!");
     }
     context_->makeCurrent(this);
     functions_ = context_->functions();
@@ -75,19 +77,21 @@ void OpenGlOffscreenSurface::recreateFbo() {
     QOpenGLFramebufferObjectFormat fboFormat;
     fboFormat.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
     fboFormat.setSamples(0);
-    fboFormat.setInternalTextureFormat(0x1908);  // GL_RGBA
+    fboFormat.setInternalTextureFormat(GL_RGBA);
     fbo_ = new QOpenGLFramebufferObject(size_, fboFormat);
     if (!fbo_->isValid())
-        throw "OpenGlOffscreenSurface::recreateFbo() - Failed to create background FBO!";
+        throw std::runtime_error(
+            "OpenGlOffscreenSurface::recreateFbo() - Failed to create background FBO!");
     fbo_->bind();
     functions_->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     fbo_->release();
     if (format().samples() >= 1) {
         QOpenGLFramebufferObjectFormat resolveFormat;
-        resolveFormat.setInternalTextureFormat(0x1908);
+        resolveFormat.setInternalTextureFormat(GL_RGBA);
         resolvedFbo_ = new QOpenGLFramebufferObject(size_, resolveFormat);
         if (!resolvedFbo_->isValid())
-            throw "OpenGlOffscreenSurface::recreateFbo() - Failed to create resolve FBO!";
+            throw std::runtime_error(
+                "OpenGlOffscreenSurface::recreateFbo() - Failed to create resolve FBO!");
         resolvedFbo_->bind();
         functions_->glClear(GL_COLOR_BUFFER_BIT);
         resolvedFbo_->release();
@@ -98,7 +102,8 @@ void OpenGlOffscreenSurface::recreateFbo() {
 
 void OpenGlOffscreenSurface::makeCurrentLocked() {
     if (!context_ || !fbo_)
-        throw "OpenGlOffscreenSurface::makeCurrent() - Window not yet properly initialized!";
+        throw std::runtime_error(
+            "OpenGlOffscreenSurface::makeCurrent() - Window not yet properly initialized!");
     context_->makeCurrent(this);
 }
 
@@ -171,13 +176,13 @@ QImage OpenGlOffscreenSurface::grabFramebuffer() {
     QOpenGLFramebufferObject* source = bindReadSource();
     const GLenum internal = source->format().internalTextureFormat();
     QImage image;
-    if (internal == 0x1908 || internal == 0x8058) {  // GL_RGBA, GL_RGBA8
+    if (internal == GL_RGBA || internal == GL_RGBA8) {
         image = QImage(size_, QImage::Format_RGBA8888);
         functions_->glReadPixels(0, 0, size_.width(), size_.height(), GL_RGBA, GL_UNSIGNED_BYTE,
                                  image.bits());
-    } else if (internal == 0x80E1) {  // GL_BGRA
+    } else if (internal == GL_BGRA) {
         image = QImage(size_, QImage::Format_ARGB32);
-        functions_->glReadPixels(0, 0, size_.width(), size_.height(), 0x80E1, GL_UNSIGNED_BYTE,
+        functions_->glReadPixels(0, 0, size_.width(), size_.height(), GL_BGRA, GL_UNSIGNED_BYTE,
                                  image.bits());
     } else {
         qCDebug(qelLog)

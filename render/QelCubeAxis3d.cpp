@@ -6,6 +6,7 @@
 #include <limits>
 #include <osg/Depth>
 #include <osg/Program>
+#include <stdexcept>
 
 #include "CubeAxisBox.h"
 #include "PixelRatio.h"
@@ -112,7 +113,7 @@ void QelCubeAxis3d::setExtent(double xmin, double xmax, double ymin, double ymax
     const double size[3] = {xmax - xmin, ymax - ymin, zmax - zmin};
     const double largest = std::max({size[0], size[1], size[2]});
     const double smallest = std::min({size[0], size[1], size[2]});
-    if (!(smallest > 0.0) || !std::isfinite(largest)) throw kSizeError;
+    if (!(smallest > 0.0) || !std::isfinite(largest)) throw std::runtime_error(kSizeError);
     std::copy(size, size + 3, size_);
     maxSize_ = largest;
     minSize_ = smallest;

@@ -5,6 +5,8 @@
 #include <osg/StateSet>
 #include <osg/Uniform>
 
+#include "StatusCodes.h"
+
 namespace {
 const char* const kUniformNames[] = {
     "lightPower", "ambientWeight", "diffuseWeight",      "specularWeight",  "clipplane",
@@ -43,7 +45,7 @@ void ShaderADS::detach() {
 template <typename T>
 int ShaderADS::setUniform(const char* name, const T& value, T& field) {
     osg::Uniform* uniform = stateSet()->getUniform(name);
-    if (!uniform || !uniform->set(value)) return -1;
+    if (!uniform || !uniform->set(value)) return QelStatus::kShaderFailed;
     field = value;
     return 0;
 }
@@ -75,6 +77,7 @@ int ShaderADS::setLightDir(float x, float y, float z) {
 }
 
 int ShaderADS::setClipPlane(float a, float b, float c, float d) {
-    if (setUniform("clipplane", osg::Vec4f(a, b, c, d), clipPlane_) != 0) return -1;
+    if (setUniform("clipplane", osg::Vec4f(a, b, c, d), clipPlane_) != 0)
+        return QelStatus::kShaderFailed;
     return setUniform("isClipped", true, isClipped_);
 }

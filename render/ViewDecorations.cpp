@@ -4,6 +4,7 @@
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osgViewer/Viewer>
+#include <stdexcept>
 
 #include "ClipPlane.h"
 #include "ColourBytes.h"
@@ -149,7 +150,7 @@ void ViewDecorations::rebuildCubeAxis() {
         if (view_.clip().isOn()) cubeAxis_->setClipPlane(view_.clip().plane());
         cubeAxis_->node()->setNodeMask(NodeMasks::kNotPickable);
         view_.root()->addChild(cubeAxis_->node());
-    } catch (const char*) {
+    } catch (const std::runtime_error&) {
         dropCubeAxis();  // data flat on some axis: no box to draw
     }
 }

@@ -144,7 +144,9 @@ void ViewerManipulator::setOrtho(bool on, double left, double right, double bott
     ortho_ = on;
     if (!on) return;
     const double values[6] = {left, right, bottom, top, zNear, zFar};
-    // Never narrower than a fifty-second of the scene's radius on the left.
+    // Never narrower than a fifty-second of the scene's radius on the left: a
+    // frustum taken close to the eye would otherwise give a box of a sliver.
+    // The factor is this viewer's own, kept so pictures stay as they were.
     const double m = boundingRadius() / 52.0;
     const double scale = (m > std::fabs(left)) ? m / std::fabs(left) : 1.0;
     if (std::isfinite(scale)) {

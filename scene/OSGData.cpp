@@ -55,13 +55,13 @@ osg::Vec4 OSGData::heightColour(double z, double min, double max) {
     if (t <= 0.0 || !(t == t)) return osg::Vec4(0, 0, 1, 1);
     QelColor c;
     QELMV::QelLUTSetting().GetColor(1.0 - t, ColorMapIndex::current(), &c);
-    return osg::Vec4(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, 1.0f);
+    return ColourBytes::toVec4(c.r, c.g, c.b, 255);
 }
 
 namespace {
 
 void setColour(osg::Vec4& out, const QelColor& c) {
-    out.set(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, c.a / 255.0f);
+    out = ColourBytes::toVec4(c.r, c.g, c.b, c.a);
 }
 
 void setColour(osg::Vec4ub& out, const QelColor& c) {
@@ -249,6 +249,7 @@ bool OSGData::setItemLineWidth(float width) {
 
 osg::BoundingBox OSGData::itemBounds() const {
     osg::ComputeBoundsVisitor bounds;
+    bounds.setNodeMaskOverride(~0u);  // hidden or not
     node()->accept(bounds);
     return bounds.getBoundingBox();
 }

@@ -6,6 +6,7 @@
 #include <osg/BoundingBox>
 #include <osg/StateSet>
 
+#include "ColourBytes.h"
 #include "ShaderPointSprite.h"
 
 namespace {
@@ -157,7 +158,7 @@ bool OSGPointCloud::setColors(const QelColorArray& colours) {
 
 osg::Vec4 OSGPointCloud::colourAt(size_t i) const {
     const osg::Vec4ub& c = (*colours_)[i];
-    return osg::Vec4(c.r() / 255.0f, c.g() / 255.0f, c.b() / 255.0f, c.a() / 255.0f);
+    return ColourBytes::toVec4(c.r(), c.g(), c.b(), c.a());
 }
 
 bool OSGPointCloud::heightColoured() const {

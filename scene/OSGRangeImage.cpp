@@ -5,6 +5,7 @@
 #include <osg/BlendFunc>
 
 #include "ColorMapIndex.h"
+#include "ColourBytes.h"
 #include "NodeMasks.h"
 #include "Qel3DImageMathematics.h"
 #include "QelLUTSetting.h"
@@ -207,7 +208,7 @@ void OSGRangeImage::applyLevelColours(const QelColorArray& full) {
         for (int k = 0; k < c.Length() && static_cast<size_t>(k) < index.size(); ++k) {
             if (index[static_cast<size_t>(k)] == kNoVertex) continue;
             const QelColor q = c[k];
-            out.push_back(osg::Vec4(q.r / 255.0f, q.g / 255.0f, q.b / 255.0f, q.a / 255.0f));
+            out.push_back(ColourBytes::toVec4(q.r, q.g, q.b, q.a));
         }
         out.dirty();
         levelGeometries_[i]->setColorArray(&out, osg::Array::BIND_PER_VERTEX);
@@ -222,7 +223,7 @@ long OSGRangeImage::buildColours() {
     } else {
         full.SetSize(source_.Width(), source_.Height(), 3);
         if (QELMV::QelLUTSetting().ColorMapLUT(source_, ColorMapIndex::current(), &full) != 0)
-            return -1;
+            return QelStatus::kObjectUnusable;
     }
     applyLevelColours(full);
     return 0;
@@ -255,7 +256,7 @@ bool OSGRangeImage::setColors(const QelColorArray& colours) {
     if (colours.Length() > pixels || colours.IsEmpty()) return false;
     if (colours.Length() == 1) {
         const QelColor c = colours[0];
-        const osg::Vec4 rgba(c.r / 255.0f, c.g / 255.0f, c.b / 255.0f, c.a / 255.0f);
+        const osg::Vec4 rgba = ColourBytes::toVec4(c.r, c.g, c.b, c.a);
         for (size_t i = 0; i < levelColours_.size(); ++i) {
             levelColours_[i]->assign(1, rgba);
             levelColours_[i]->dirty();
@@ -279,7 +280,7 @@ bool OSGRangeImage::setColors(const QelColorArray& colours) {
             if (index[static_cast<size_t>(k)] == kNoVertex) continue;
             const QelColor q = perLevel[i][k];
             minAlpha = std::min(minAlpha, q.a);
-            converted->push_back(osg::Vec4(q.r / 255.0f, q.g / 255.0f, q.b / 255.0f, q.a / 255.0f));
+            converted->push_back(ColourBytes::toVec4(q.r, q.g, q.b, q.a));
         }
         if (converted->size() != levelVertices_[i]->size() && converted->size() != 1) return false;
         levelColours_[i]->assign(converted->begin(), converted->end());

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "ColourBytes.h"
 #include "QelDataEnums.h"
 #include "RangeImageFilter.h"
 #include "StatusCodes.h"
@@ -161,12 +162,11 @@ void QelDataStreamAlg::appendColours(size_t firstVertex) {
     colours_->reserve(firstVertex + bandVertices_.size());
     for (unsigned int pixel : bandVertices_) {
         const unsigned char* c = plane + size_t(pixel) * size_t(ch);
-        const float r = c[0] / 255.0f;
+        // Grey (with alpha) or colour (with alpha); opaque without one.
         if (ch < 3)
-            colours_->push_back(osg::Vec4(r, r, r, ch == 2 ? c[1] / 255.0f : 1.0f));
+            colours_->push_back(ColourBytes::toVec4(c[0], c[0], c[0], ch == 2 ? c[1] : 255));
         else
-            colours_->push_back(
-                osg::Vec4(r, c[1] / 255.0f, c[2] / 255.0f, ch == 4 ? c[3] / 255.0f : 1.0f));
+            colours_->push_back(ColourBytes::toVec4(c[0], c[1], c[2], ch == 4 ? c[3] : 255));
     }
 }
 

@@ -52,6 +52,7 @@ bool Shape::setItemLineWidth(float width) {
 
 osg::BoundingBox Shape::itemBounds() const {
     osg::ComputeBoundsVisitor bounds;
+    bounds.setNodeMaskOverride(~0u);  // hidden or not
     root_->accept(bounds);
     return bounds.getBoundingBox();
 }

@@ -14,6 +14,7 @@
 #include "QelTriangleMesh.h"
 #include "QelVar.h"
 #include "SceneContent.h"
+#include "StatusCodes.h"
 
 using ImportKind = qel::FileFormatTable::ImportKind;
 
@@ -46,19 +47,20 @@ bool Qel3DGraphicsPrivate::importFile(const QString& path) {
             else
                 status = loader.Load(&image, file, true);
             if (status == 0)
-                status = viewer_->content().addRangeImage(image, true) >= 11000000 ? 1 : 0;
+                status =
+                    QelStatus::isFailure(viewer_->content().addRangeImage(image, true)) ? 1 : 0;
         } else {
             // A mesh file that holds no mesh (a PLY or OBJ of vertices only)
             // is tried again as a point cloud.
             QelTriangleMesh mesh;
             status = kind == ImportKind::Mesh ? loader.Load(&mesh, file, true, true) : 1;
             if (status == 0) {
-                status = viewer_->content().addTriangleMesh(mesh) >= 11000000 ? 1 : 0;
+                status = QelStatus::isFailure(viewer_->content().addTriangleMesh(mesh)) ? 1 : 0;
             } else {
                 QelPointCloud cloud;
                 status = loader.Load(&cloud, file, true, true);
                 if (status == 0)
-                    status = viewer_->content().addPointCloud(cloud) >= 11000000 ? 1 : 0;
+                    status = QelStatus::isFailure(viewer_->content().addPointCloud(cloud)) ? 1 : 0;
             }
         }
     } catch (const std::exception&) {

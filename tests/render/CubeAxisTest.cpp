@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <osg/ComputeBoundsVisitor>
+#include <stdexcept>
 
 #include "AxisTicks.h"
 #include "QelCubeAxis3d.h"
@@ -93,13 +94,13 @@ TEST(CubeAxis, FlatDataHasNoAxis) {
     try {
         QelCubeAxis3d flat(none, 0, 1, 0, 1, 2, 2);
         FAIL() << "a zero extent must be refused";
-    } catch (const char* error) {
-        EXPECT_STREQ(error, " - CubeAxis size is not right");
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), " - CubeAxis size is not right");
     }
     osg::ref_ptr<osg::Camera> camera = cameraAt({0, 0, 20});
     QelCubeAxis3d axis(camera, 0, 1, 0, 2, 0, 3);
     EXPECT_FALSE(camera.valid()) << "the caller's reference is released";
-    EXPECT_THROW(axis.setBounds(0, 1, 5, 5, 0, 1), const char*);
+    EXPECT_THROW(axis.setBounds(0, 1, 5, 5, 0, 1), std::runtime_error);
     EXPECT_EQ(axis.bounds()[3], 2.0) << "a refused size changes nothing";
 
     // The view shows flat data without an axis and without a failure.
