@@ -189,10 +189,10 @@ void QelCubeAxis3d::buildFaces() {
 
 double QelCubeAxis3d::referenceDistance() const {
     const osg::Viewport* viewport = camera_ ? camera_->getViewport() : nullptr;
-    if (!viewport) return -1;
+    if (!viewport) return kNoDistance;
     const int w = static_cast<int>(viewport->width());
     const int h = static_cast<int>(viewport->height());
-    if (w < 1 || h < 1) return -1;
+    if (w < 1 || h < 1) return kNoDistance;
     const int f = (w / h == 0) ? h / w : 1;  // integer quotients: portrait viewports
     const float halfDiagonal = static_cast<float>(
         std::sqrt(size_[0] * size_[0] + size_[1] * size_[1] + size_[2] * size_[2]) / 2.0);
@@ -251,7 +251,7 @@ void QelCubeAxis3d::update() {
 }
 
 void QelCubeAxis3d::updateIfViewChanged() {
-    if (!group_ || referenceDistance() == -1) return;
+    if (!group_ || referenceDistance() == kNoDistance) return;
     const ScreenProjection view(*camera_);
     if (!view.valid()) return;
     if (PixelRatio::of(camera_.get()) != ratio_ || keyFor(view, layoutFor(view)) != layoutKey_)

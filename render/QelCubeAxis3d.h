@@ -59,8 +59,9 @@ public:
     void updateIfViewChanged();
 
     // R = 3.9 x half the box diagonal, doubled or more for a portrait
-    // viewport; -1 without a usable viewport.
+    // viewport; kNoDistance without a usable viewport.
     double referenceDistance() const;
+    static constexpr double kNoDistance = -1;
     int tickCount() const { return tickCount_; }
     // Degrees (0..90) between the viewing direction and the X, Y, Z axes.
     osg::Vec3d viewAngles() const;

@@ -78,11 +78,14 @@ public:
         // frame in motion leaves out.
         for (unsigned int p = 0; p < geometry.getNumPrimitiveSets(); ++p) {
             if (geometry.getPrimitiveSet(p)->getMode() != GL_POINTS) continue;
-            for (size_t i = 0; i < vertices->size(); ++i)
-                if (consider((*vertices)[i], toWindow, toWorld, radius)) {
-                    element_ = static_cast<long long>(i);
-                    path_ = getNodePath();
-                }
+            const osg::Vec3* first = vertices->empty() ? nullptr : &vertices->front();
+            const osg::Vec3* nearest = nullptr;
+            for (const osg::Vec3& v : *vertices)
+                if (consider(v, toWindow, toWorld, radius)) nearest = &v;
+            if (nearest) {
+                element_ = nearest - first;
+                path_ = getNodePath();
+            }
             break;
         }
     }
@@ -212,5 +215,5 @@ void PointPicker::pickAt(float x, float y) {
     }
     if (!found) return;
     last_ = hit;
-    emit sig_pointPicked(float(hit.position.x()), float(hit.position.y()), float(hit.position.z()));
+    emit sig_pointPicked(hit);
 }

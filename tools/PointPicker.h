@@ -46,7 +46,7 @@ public slots:
     void pickAt(float x, float y);
 
 signals:
-    void sig_pointPicked(float x, float y, float z);
+    void sig_pointPicked(const PickHit& hit);
 
 private:
     GLViewer* view_;

@@ -21,6 +21,7 @@ class QelPointCloud;
 class QelRangeImage;
 class QVBoxLayout;
 class WindowStatus;
+struct PickHit;
 
 using QelSelectPointCallback = QELMV::QelSelectPointEvent;
 
@@ -118,7 +119,7 @@ private:
     // At most one of the two tools is on; with neither, the mouse moves the camera.
     enum class Tool { None, Pick, Lasso };
     void setTool(Tool tool);
-    void reportPickedPoint(float x, float y, float z);
+    void reportPickedPoint(const PickHit& hit);
     // Builds the tool bar from the action table (Qel3DGraphicsPrivateToolBar.cpp).
     void buildToolBar();
     void warnLoadFailed();

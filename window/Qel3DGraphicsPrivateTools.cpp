@@ -58,9 +58,10 @@ bool Qel3DGraphicsPrivate::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void Qel3DGraphicsPrivate::reportPickedPoint(float x, float y, float z) {
+void Qel3DGraphicsPrivate::reportPickedPoint(const PickHit& hit) {
     if (!selectPoint_ || !selectPoint_->callback) return;
-    QelVector3d point(x, y, z);
+    // The host's callback takes the point in single precision.
+    QelVector3d point(float(hit.position.x()), float(hit.position.y()), float(hit.position.z()));
     selectPoint_->callback(selectPoint_->handle, point, selectPoint_->user);
 }
 

@@ -169,7 +169,7 @@ TEST(CubeAxis, PortraitViewportDoublesTheReferenceDistance) {
     EXPECT_DOUBLE_EQ(tall->referenceDistance(), 2.0 * wide->referenceDistance());
     osg::ref_ptr<osg::Camera> empty = cameraAt({0, 0, 20}, 0, 300);
     auto none = unitAxis(empty);
-    EXPECT_EQ(none->referenceDistance(), -1.0);
+    EXPECT_EQ(none->referenceDistance(), QelCubeAxis3d::kNoDistance);
     EXPECT_TRUE(none->labels().empty()) << "no layout without a viewport";
 }
 

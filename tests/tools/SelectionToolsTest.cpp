@@ -204,7 +204,7 @@ TEST(PointPicker, ShapesAndTheAxisArePassedByAndTheSceneStaysAsItIs) {
     PointPicker picker(view.get());
     std::vector<osg::Vec3f> picked;
     QObject::connect(&picker, &PointPicker::sig_pointPicked,
-                     [&](float x, float y, float z) { picked.emplace_back(x, y, z); });
+                     [&](const PickHit& hit) { picked.emplace_back(hit.position); });
     const QelVector3d marker = cloud[10 * 21 + 10];
     const osg::Vec3d at = windowOf(*view, osg::Vec3d(marker.x, marker.y, marker.z));
     osg::Group* root = view->root();
