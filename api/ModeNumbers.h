@@ -33,4 +33,14 @@ inline PointRenderMode pointRenderMode(Qel3DPointRenderMode mode) {
     return mode == QEL_3D_POINT_PLAIN ? PointRenderMode::Plain : PointRenderMode::Sprite;
 }
 
+// Measurement kinds 0, 1, 2: distance, angle, height.
+inline bool isMeasureKind(int kind) {
+    return kind >= 0 && kind <= 2;
+}
+inline MeasureKind measureKind(int kind) {
+    static constexpr MeasureKind kKinds[] = {MeasureKind::Distance, MeasureKind::Angle,
+                                             MeasureKind::Height};
+    return kKinds[kind];
+}
+
 }  // namespace ModeNumbers

@@ -44,6 +44,8 @@ const char* DemoOptions::usage() {
            "  --no-axis              without the measuring box and its scale\n"
            "  --no-legend            without the colour bar\n"
            "  --background white     a white background (the default is black)\n"
+           "  --measure X1,Y1,Z1,X2,Y2,Z2\n"
+           "                         draws the distance between two points\n"
            "  --help                 this text\n"
            "\n"
            "Exit status: 0 when the sample or at least one named file was shown; 1 for a\n"
@@ -94,6 +96,9 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
         } else if (a == "--colors") {
             ok = value == "height" || value == "own";
             ownColours = value == "own";
+        } else if (a == "--measure") {
+            measure.assign(6, 0.0);
+            ok = numbers(value, 6, measure.data());
         } else if (a == "--size") {
             double size[2] = {0, 0};
             ok = numbers(value, 2, size) && size[0] >= 100 && size[1] >= 100 && size[0] <= 8192 &&

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 // The demo viewer's command line.
 struct DemoOptions {
@@ -17,6 +18,8 @@ struct DemoOptions {
     bool axis = true;    // the measuring box with its scale
     bool legend = true;  // the colour bar
     QString background;  // "white" or empty for the default black
+    // --measure X1,Y1,Z1,X2,Y2,Z2: a distance drawn in the view.
+    std::vector<double> measure;
     bool help = false;
 
     // Fills the options from the arguments after the program name; false

@@ -185,6 +185,9 @@ void light(long long view) {
     QelSetLightParameter(view, 0.35f, 0.8f, 0.15f);
 }
 
+// The tool-bar bit of the "Measure" button.
+constexpr long kMeasureButton = 0x00100000;
+
 // The measuring box, the colour legend (through its tool-bar button, as a
 // user clicks it) and the background the options ask for.
 void furnish(QWidget& host, long long view, const DemoOptions& options) {
@@ -193,6 +196,18 @@ void furnish(QWidget& host, long long view, const DemoOptions& options) {
         QelSet3DBackgroundColor(view, white);
     }
     QelSetAxisVisible(view, options.axis);
+    // The measuring tool's button, and a distance when one is asked for.
+    QelSet3DToolbarVisible(view, kMeasureButton, true);
+    if (options.measure.size() == 6) {
+        QelVector3dArray ends;
+        ends.Append(QelVector3d(float(options.measure[0]), float(options.measure[1]),
+                                float(options.measure[2])));
+        ends.Append(QelVector3d(float(options.measure[3]), float(options.measure[4]),
+                                float(options.measure[5])));
+        const long id = QelAdd3DMeasurement(view, 0, ends);
+        if (failed(id))
+            std::fprintf(stderr, "the distance could not be drawn: %s\n", QelGetStatusText(id));
+    }
     if (!options.legend) return;
     for (QAction* action : host.findChildren<QAction*>())
         if (action->text() == "Show Color Bar" && !action->isChecked()) action->trigger();

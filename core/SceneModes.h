@@ -21,6 +21,11 @@ enum class ObjectKind { Image, PointCloud, RangeImage, TriangleMesh, RangeImageS
 // first and last point.
 enum class LassoShape { FreePolygon, Rectangle };
 
+// What a measurement measures: the distance of two points, the angle at the
+// middle of three, or the height of a fourth point above the plane of the
+// first three.
+enum class MeasureKind { Distance, Angle, Height };
+
 // Every object shown in a view (render objects, shapes, streams, text
 // overlays) is numbered from one process-wide counter.
 using ObjectId = long;

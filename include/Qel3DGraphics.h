@@ -131,6 +131,22 @@ QEL_GRAPHICS_API long QelSelectPointsByLasso(long long window, QelPointCloud* se
 QEL_GRAPHICS_API long QelSelectPointsByLasso(long long window, QelRangeImage* selected,
                                              bool remove);
 
+// Measurements between points in world coordinates, drawn in the view and
+// kept with the shapes. kind: 0 distance (2 points), 1 angle at the middle
+// point (3 points, degrees), 2 height of the 4th point above the plane
+// through the first 3 (4 points, signed along (p2 - p1) x (p3 - p1)).
+// Add returns the new id.
+QEL_GRAPHICS_API long QelAdd3DMeasurement(long long window, int kind, QelVector3dArray& points);
+QEL_GRAPHICS_API long QelGet3DMeasurement(long long window, long id, double* value);
+QEL_GRAPHICS_API long QelClear3DMeasurement(long long window, long id);
+QEL_GRAPHICS_API long QelClearAll3DMeasurement(long long window);
+// The interactive tool: -1 off; 0, 1, 2 as above, the points taken by clicks.
+QEL_GRAPHICS_API long QelSet3DMeasureMode(long long window, int kind);
+typedef void (*QelMeasureCallback)(long long window, long id, int kind, double value, void* user);
+// Called on the GUI thread for each measurement the tool completes.
+QEL_GRAPHICS_API long QelRegisterMeasureEvent(long long window, QelMeasureCallback callback,
+                                              void* user);
+
 // A short English text for any status code this library or its data layer
 // returns (never null): "unknown window handle", "argument 3 is out of
 // range", ... Object ids and unknown codes get a text that says so.

@@ -1,10 +1,13 @@
 #include "ClipPlane.h"
 
+#include <osg/ClipPlane>
+
 #include "GLViewer.h"
 #include "LightController.h"
 #include "Qel3DPlane.h"
 #include "QelCubeAxis3d.h"
 #include "QelOSGWidget.h"
+#include "SceneContent.h"
 #include "SceneLockGuard.h"
 #include "ShaderADS.h"
 #include "ViewDecorations.h"
@@ -21,6 +24,9 @@ void ClipPlane::setClipPlane(const Qel3DPlane& plane) {
         on_ = true;
         plane_.set(float(n.x), float(n.y), float(n.z), float(d));
         if (QelCubeAxis3d* axis = view_.decorations().cubeAxis()) axis->setClipPlane(plane_);
+        // Measurements draw without a program: the fixed clip plane cuts them.
+        view_.content().measureGroup()->getOrCreateStateSet()->setAttributeAndModes(
+            new osg::ClipPlane(0, osg::Vec4d(plane_)));
     }
     view_.requestRedraw();
 }

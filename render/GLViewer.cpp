@@ -9,6 +9,7 @@
 #include "CameraController.h"
 #include "ClipPlane.h"
 #include "LightController.h"
+#include "MeasurementLabels.h"
 #include "PointBudget.h"
 #include "QelOSGWidget.h"
 #include "SceneContent.h"
@@ -78,6 +79,9 @@ void GLViewer::initializeScene() {
         root_->addChild(content_->dataGroup());
         root_->addChild(content_->shapeGroup());
         root_->addChild(content_->textGroup());
+        root_->addChild(content_->measureGroup());
+        measurementLabels_ = new MeasurementLabels(content_->measurements(), *decorations_);
+        content_->measureGroup()->setCullCallback(measurementLabels_.get());
         light_->attachTo(content_->dataGroup());
         installEventHandlers();
     }

@@ -18,6 +18,7 @@ class Viewer;
 class CameraController;
 class ClipPlane;
 class LightController;
+class MeasurementLabels;
 class PointBudget;
 class QelOSGWidget;
 class SceneContent;
@@ -50,6 +51,8 @@ public:
     ViewDecorations& decorations() const { return *decorations_; }
     ScreenCapture& capture() const { return *capture_; }
     PointBudget& budget() const { return *budget_; }
+    // Where the measurement labels went in the last frame (null before one).
+    const MeasurementLabels* measurementLabels() const { return measurementLabels_.get(); }
 
     // Installs the camera manipulator when there is none (needs the viewer).
     void installManipulator();
@@ -98,6 +101,7 @@ private:
     std::unique_ptr<ViewDecorations> decorations_;
     std::unique_ptr<ScreenCapture> capture_;
     osg::ref_ptr<PointBudget> budget_;
+    osg::ref_ptr<MeasurementLabels> measurementLabels_;
     std::list<osg::ref_ptr<osgGA::GUIEventHandler>> handlers_;
     QElapsedTimer streamRedrawClock_;
     bool streamRedrawPending_ = false;

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <osg/Depth>
 #include <osg/Program>
 #include <stdexcept>
 
 #include "CubeAxisBox.h"
+#include "LabelFont.h"
 #include "PixelRatio.h"
 #include "ScaledLineWidth.h"
 #include "ScreenProjection.h"
@@ -16,9 +16,6 @@
 using namespace CubeAxisBox;
 
 namespace {
-
-// A plain sans face reads best for numbers; the built-in font otherwise.
-const char kLabelFont[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 constexpr float kDirectionLineWidth = 6.0f;
 // An edge shorter than this on screen (its axis seen end-on) is not labelled.
@@ -168,8 +165,7 @@ void QelCubeAxis3d::buildNodes() {
     group_->addChild(marks_);
     group_->addChild(texts_);
     group_->setCullCallback(new ViewCheck(this));
-    std::error_code ec;
-    if (std::filesystem::exists(kLabelFont, ec)) font_ = osgText::readRefFontFile(kLabelFont);
+    font_ = LabelFont::load();
 }
 
 osg::Vec3d QelCubeAxis3d::corner(int index) const {

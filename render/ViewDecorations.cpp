@@ -50,6 +50,7 @@ void ViewDecorations::setBackgroundColor(int r, int g, int b, int a) {
         viewer->getCamera()->setClearColor(toVec4(background_));
         if (cubeAxis_) cubeAxis_->setLabelColor(toVec4(labelColour()));
     }
+    view_.content().setMeasurementColour(toVec4(labelColour()));
     emit view_.sig_labelColour(QColor(255 - r, 255 - g, 255 - b, 255));
     view_.dataChanged();  // the bounding box is drawn in the inverted background colour
 }

@@ -36,7 +36,8 @@ SceneContent::~SceneContent() = default;
 SceneItem* SceneContent::find(ObjectId id) const {
     if (OSGData* object = registry_->find(id)) return object;
     if (Shape* shape = shapes_->find(id)) return shape;
-    return textOverlays_.find(id);
+    if (TextOverlay* text = textOverlays_.find(id)) return text;
+    return measurements_.find(id);
 }
 
 int SceneContent::renderObjectCount() const {
@@ -150,7 +151,7 @@ long SceneContent::showShape(const Qel3DShape& description) {
 long SceneContent::clearShape(ObjectId id) {
     {
         SceneLockGuard lock(lock_);
-        if (!shapes_->remove(id)) return QelStatus::kObjectNotFound;
+        if (!shapes_->remove(id) && !measurements_.remove(id)) return QelStatus::kObjectNotFound;
     }
     emit sig_redraw();
     return QelStatus::kOk;
@@ -160,6 +161,7 @@ long SceneContent::clearAllShapes() {
     {
         SceneLockGuard lock(lock_);
         shapes_->clear();
+        measurements_.clear();
     }
     emit sig_redraw();
     return QelStatus::kOk;
@@ -230,6 +232,7 @@ long SceneContent::clearScene() {
         registry_->clear();
         shapes_->clear();
         textOverlays_.clear();
+        measurements_.clear();
     }
     setInfoText({QString()});
     emit sig_dataChanged();

@@ -9,6 +9,7 @@
 #include <osg/BoundingSphere>
 #include <osg/Group>
 
+#include "MeasurementSet.h"
 #include "QelRangeImageParameter.h"
 #include "SceneModes.h"
 #include "TextOverlayManager.h"
@@ -49,12 +50,15 @@ public:
     osg::Group* dataGroup() const { return dataGroup_.get(); }
     osg::Group* shapeGroup() const { return shapeGroup_.get(); }
     osg::Group* textGroup() const { return textOverlays_.group(); }
+    osg::Group* measureGroup() const { return measurements_.group(); }
 
-    // Whatever has the id: a render object, a shape or a text overlay.
+    // Whatever has the id: a render object, a shape, a text overlay or a
+    // measurement.
     SceneItem* find(ObjectId id) const;
     OSGDataManager& registry() const { return *registry_; }
     const ShapeManager& shapes() const { return *shapes_; }
     const TextOverlayManager& textOverlays() const { return textOverlays_; }
+    const MeasurementSet& measurements() const { return measurements_; }
     int renderObjectCount() const;
     int shapeCount() const;
     int textOverlayCount() const { return textOverlays_.count(); }
@@ -94,8 +98,18 @@ public:
     long setPointSize(ObjectId id, float size);
     long setLineWidth(ObjectId id, float width);
 
+    // Measurements (SceneContentMeasure.cpp): add returns the new id, or
+    // 11200003 when the points do not make the kind; they go with the shapes.
+    long addMeasurement(MeasureKind kind, const std::vector<osg::Vec3d>& points);
+    long measurement(ObjectId id, double* value) const;
+    long clearMeasurement(ObjectId id);
+    long clearAllMeasurements();
+    // The colour of lines and labels, the inverse of the background.
+    void setMeasurementColour(const osg::Vec4& colour);
+
     // Shapes. Show returns the new id, or 11100004 when the description is
-    // refused (the id is used up either way).
+    // refused (the id is used up either way). Clearing them all clears the
+    // measurements too; clearing an id clears a measurement of that id.
     long showShape(const Qel3DShape& shape);
     long clearShape(ObjectId id);
     long clearAllShapes();
@@ -154,6 +168,9 @@ private:
     std::unique_ptr<OSGDataManager> registry_;
     std::unique_ptr<ShapeManager> shapes_;
     TextOverlayManager textOverlays_;
+    MeasurementSet measurements_;
+    osg::ref_ptr<osgText::Text> measureLabel_;
+    osg::Vec4 measurementColour_{1, 1, 1, 1};
     TextPrototype textPrototype_;
     QStringList infoText_;
     RenderMode defaultMode_ = RenderMode::Faces;

@@ -7,6 +7,9 @@ bool PickHandler::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActionAdapt
         case E::RELEASE:
             if (onClick_) onClick_(ea.getX(), ea.getY());
             return true;
+        case E::MOVE:
+            if (onMove_) onMove_(ea.getX(), ea.getY());
+            return false;
         case E::PUSH:
         case E::DOUBLECLICK:
         case E::DRAG:

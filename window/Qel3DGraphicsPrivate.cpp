@@ -12,6 +12,7 @@
 #include "ColorMapIndex.h"
 #include "GLViewer.h"
 #include "LightController.h"
+#include "MeasureTool.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
 #include "PaintWidget.h"
@@ -72,6 +73,8 @@ Qel3DGraphicsPrivate::Qel3DGraphicsPrivate(QWidget* parent, bool parentIsToolkit
     paint_->setFocusPolicy(Qt::StrongFocus);
     paint_->hide();
     picker_ = new PointPicker(viewer_, this);
+    measure_ = new MeasureTool(viewer_, this);
+    connect(measure_, &MeasureTool::sig_measured, this, &Qel3DGraphicsPrivate::reportMeasurement);
     connect(picker_, &PointPicker::sig_pointPicked, this, &Qel3DGraphicsPrivate::reportPickedPoint);
     viewer_->installEventFilter(this);
     viewer_->osgWidget()->installEventFilter(this);

@@ -17,6 +17,7 @@ class QToolBar;
 class QelColorBarDialog;
 class PaintWidget;
 class PointPicker;
+class MeasureTool;
 class QelPointCloud;
 class QelRangeImage;
 class QVBoxLayout;
@@ -24,6 +25,7 @@ class WindowStatus;
 struct PickHit;
 
 using QelSelectPointCallback = QELMV::QelSelectPointEvent;
+using QelMeasureCallback = QELMV::QelMeasureCallback;
 
 // One 3D window: a tool bar over the 3D view, with the number badge and the
 // message label floating over the view and the status line below it. The
@@ -67,6 +69,11 @@ public:
     // The view without the number badge (see ScreenCapture::screenShot).
     long screenShot(QelImage* out);
     void registerSelectPoint(long long handle, QelSelectPointCallback callback, void* user);
+    // The measuring tool with the kind, as "Measure" and its menu turn it on.
+    void startMeasuring(MeasureKind kind);
+    void stopMeasuring();
+    MeasureTool* measureTool() const { return measure_; }
+    void registerMeasure(long long handle, QelMeasureCallback callback, void* user);
 
     // Reads a file by its suffix and shows it: the import action after its
     // dialog. False (after the "load file failed" box) when loading failed.
@@ -102,11 +109,13 @@ public slots:
     void slt_moveToRightView();
     void slt_selectPoint();
     void slt_drawLasso();
+    void slt_measure();
     void slt_setNumLabelVisible(bool visible);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
-    // Escape in the view leaves the pick and lasso tools.
+    // Escape in the view leaves the pick and lasso tools, and drops the
+    // measurement in progress (with none, it leaves the measuring tool).
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -117,9 +126,17 @@ private:
     };
 
     // At most one of the two tools is on; with neither, the mouse moves the camera.
-    enum class Tool { None, Pick, Lasso };
+    struct MeasureRecord {
+        long long handle;
+        void* user;
+        QelMeasureCallback callback;
+    };
+    enum class Tool { None, Pick, Lasso, Measure };
     void setTool(Tool tool);
     void reportPickedPoint(const PickHit& hit);
+    void reportMeasurement(ObjectId id, MeasureKind kind, double value);
+    // The menu of the "Measure" button: "Distance", "Angle", "Height".
+    void buildMeasureMenu();
     // Builds the tool bar from the action table (Qel3DGraphicsPrivateToolBar.cpp).
     void buildToolBar();
     void warnLoadFailed();
@@ -133,7 +150,11 @@ private:
     QelColorBarDialog* colorBar_ = nullptr;
     PaintWidget* paint_ = nullptr;
     PointPicker* picker_ = nullptr;
+    MeasureTool* measure_ = nullptr;
+    MeasureKind measureKind_ = MeasureKind::Distance;
+    QActionGroup* measureKinds_ = nullptr;
     QActionGroup* viewGroup_ = nullptr;
     std::array<QAction*, kToolBarActionCount> actions_{};
     std::unique_ptr<SelectPointRecord> selectPoint_;
+    std::unique_ptr<MeasureRecord> measureReport_;
 };

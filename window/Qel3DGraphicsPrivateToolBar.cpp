@@ -95,6 +95,9 @@ const ActionRow kActions[] = {
      kSeparated, &Self::slt_setBackgroundcolor, nullptr},
     {ToolBarAction::ColourMode, "3D.png", "Change render color mode", 0x00000002, kCheckable,
      &Self::slt_changedRenderColor, nullptr},
+    // The tools, hidden until a host shows them through the mask.
+    {ToolBarAction::Measure, "measure.png", "Measure", 0x00100000, kCheckable | kHidden,
+     &Self::slt_measure, nullptr},
     {ToolBarAction::Lasso, "lasso.png", "Draw lasso", 0x00400000, kCheckable | kHidden,
      &Self::slt_drawLasso, nullptr},
     {ToolBarAction::SelectPoint, "pick.png", "Select point", 0x00200000, kCheckable | kHidden,
@@ -129,6 +132,7 @@ void Qel3DGraphicsPrivate::buildToolBar() {
         toolBar_->addAction(a);
         actions_[static_cast<size_t>(row.id)] = a;
     }
+    buildMeasureMenu();
 }
 
 long Qel3DGraphicsPrivate::setToolbarMask(long mask, bool visible) {

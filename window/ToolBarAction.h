@@ -25,6 +25,7 @@ enum class ToolBarAction {
     ClearScene,
     BackgroundColour,
     ColourMode,
+    Measure,
     Lasso,
     SelectPoint,
 };

@@ -60,6 +60,7 @@ TEST(WindowFurniture, ToolBarHoldsTheActionsInOrder) {
                                   "|",
                                   "Change Background Color",
                                   "Change render color mode",
+                                  "Measure",
                                   "Draw lasso",
                                   "Select point"};
     EXPECT_EQ(toolBarTexts(window.handle), expected);

@@ -115,7 +115,7 @@ TEST(CubeAxis, FlatDataHasNoAxis) {
     cloud.SetPoints(points);
     EXPECT_GE(view->content().addPointCloud(cloud), 1);
     EXPECT_EQ(view->decorations().cubeAxis(), nullptr);
-    EXPECT_EQ(view->root()->getNumChildren(), 4u);
+    EXPECT_EQ(view->root()->getNumChildren(), 5u);
     EXPECT_FALSE(view->grabFrame().isNull());
 }
 

@@ -18,7 +18,7 @@ TEST(ViewScene, ClearColourIsTheBackgroundColour) {
     ASSERT_EQ(image.size(), QSize(120, 80));
     EXPECT_EQ(countUnlike(image, QColor(10, 200, 30), 0), 0);
     EXPECT_TRUE(view.isInitialised());
-    ASSERT_EQ(view.root()->getNumChildren(), 4u);
+    ASSERT_EQ(view.root()->getNumChildren(), 5u);
     EXPECT_EQ(view.root()->getChild(1), view.content().dataGroup());
     view.decorations().setBackgroundColor(255, 255, 255, 255);
     EXPECT_EQ(countUnlike(view.grabFrame(), QColor(255, 255, 255), 0), 0);

@@ -211,7 +211,7 @@ TEST(PointPicker, ShapesAndTheAxisArePassedByAndTheSceneStaysAsItIs) {
     std::vector<osg::Node*> children;
     for (unsigned i = 0; i < root->getNumChildren(); ++i)
         children.push_back(root->getChild(i));
-    ASSERT_EQ(children.size(), 5u);
+    ASSERT_EQ(children.size(), 6u);
     EXPECT_EQ(children.back(), axis);
     for (int round = 0; round < 2; ++round) {
         picker.pickAt(float(at.x()), float(at.y()));

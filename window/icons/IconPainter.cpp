@@ -301,6 +301,23 @@ std::vector<Icon> icons() {
              p.drawPolygon(
                  QPolygonF({{18, 18}, {32, 24}, {26, 26}, {30, 32}, {28, 33}, {24, 28}, {20, 32}}));
          }},
+        {"measure",
+         [](QPainter& p) {
+             // A ruler laid across, with a dimension line and its two ends.
+             p.setPen(ink(1.8));
+             p.setBrush(QColor(0xff, 0xf3, 0xc4));
+             p.save();
+             p.translate(18, 22);
+             p.rotate(-30);
+             p.drawRect(QRectF(-15, -4, 30, 8));
+             for (int i = -12; i <= 12; i += 4)
+                 p.drawLine(QPointF(i, -4), QPointF(i, i % 8 == 0 ? 1 : -1));
+             p.restore();
+             p.setPen(QPen(kAccent, 2.0, Qt::SolidLine, Qt::RoundCap));
+             p.drawLine(QPointF(6, 9), QPointF(30, 9));
+             dot(p, QPointF(6, 9), 2.4, kAccent);
+             dot(p, QPointF(30, 9), 2.4, kAccent);
+         }},
         {"bg-default", [](QPainter& p) { background(p, Qt::white, QColor(0xe0, 0xe0, 0xe0)); }},
         {"bg-hover",
          [](QPainter& p) { background(p, QColor(0xe3, 0xf2, 0xfd), QColor(0x90, 0xca, 0xf9)); }},

@@ -1,0 +1,189 @@
+#include "Measurement.h"
+
+#include <cmath>
+#include <osg/BlendFunc>
+#include <osg/CopyOp>
+#include <osg/LineStipple>
+
+#include "NodeMasks.h"
+#include "ScaledLineWidth.h"
+#include "ScaledPoint.h"
+
+namespace {
+
+// Sizes in logical pixels.
+constexpr float kLineWidth = 2.0f;
+constexpr float kMarkSize = 7.0f;
+// The patch's see-through share of the label colour.
+constexpr float kPatchAlpha = 0.3f;
+// Segments of an angle's arc.
+constexpr int kArcSegments = 32;
+
+// p rotated from unit a towards unit b by t of their angle theta (spherical
+// interpolation); a half turn goes through 'side'.
+osg::Vec3d arcPoint(const osg::Vec3d& a, const osg::Vec3d& b, const osg::Vec3d& side, double theta,
+                    double t) {
+    if (std::sin(theta) < 1e-6) return a * std::cos(theta * t) + side * std::sin(theta * t);
+    return (a * std::sin((1 - t) * theta) + b * std::sin(t * theta)) / std::sin(theta);
+}
+
+osg::Vec4Array* oneColour(const osg::Vec4& colour) {
+    auto* array = new osg::Vec4Array;
+    array->push_back(colour);
+    return array;
+}
+
+// The background a label colour is the inverse of, a little see-through.
+osg::Vec4 backdropOf(const osg::Vec4& colour) {
+    return osg::Vec4(1 - colour.r(), 1 - colour.g(), 1 - colour.b(), 0.8f);
+}
+
+// Any unit vector perpendicular to v.
+osg::Vec3d perpendicular(const osg::Vec3d& v) {
+    osg::Vec3d p = v ^ (std::fabs(v.x()) < 0.9 ? osg::Vec3d(1, 0, 0) : osg::Vec3d(0, 1, 0));
+    p.normalize();
+    return p;
+}
+
+}  // namespace
+
+Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
+                         const osgText::Text& prototype, const osg::Vec4& colour)
+    : id_(id),
+      geometry_(geometry),
+      root_(new osg::Group),
+      geode_(new osg::Geode),
+      colour_(oneColour(colour)),
+      patchColour_(oneColour(osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha))),
+      label_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)) {
+    osg::StateSet* ss = root_->getOrCreateStateSet();
+    ss->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
+    // Over the data, never hidden inside it.
+    ss->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
+    ss->setAttributeAndModes(new ScaledLineWidth(kLineWidth));
+    ss->setAttributeAndModes(new ScaledPoint(kMarkSize));
+    root_->addChild(geode_.get());
+    switch (geometry_.kind()) {
+        case MeasureKind::Distance:
+            buildDistance();
+            break;
+        case MeasureKind::Angle:
+            buildAngle();
+            break;
+        case MeasureKind::Height:
+            buildHeight();
+            break;
+    }
+    // An outline in the background's colour keeps the label readable over
+    // the data.
+    label_->setBackdropType(osgText::Text::OUTLINE);
+    label_->setBackdropColor(backdropOf(colour));
+    label_->setText(geometry_.label(), osgText::String::ENCODING_UTF8);
+    label_->setPosition(geometry_.labelAnchor());
+    label_->setAxisAlignment(osgText::Text::SCREEN);
+    label_->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
+    label_->setAlignment(osgText::Text::LEFT_BOTTOM);
+    label_->setColor(colour);
+    label_->setUseDisplayList(false);
+    // Its bound follows the camera a frame late; the label is laid out on
+    // screen every frame and never culled by it.
+    label_->setCullingActive(false);
+    label_->setUseVertexArrayObject(false);
+    geode_->addDrawable(label_.get());
+}
+
+osg::Geometry* Measurement::addGeometry(GLenum mode, const std::vector<osg::Vec3d>& vertices) {
+    osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
+    // Drawn the way the data's geometries are (buffer and array objects):
+    // client-side arrays between them upset the GL driver.
+    g->setUseDisplayList(false);
+    g->setUseVertexBufferObjects(true);
+    g->setUseVertexArrayObject(true);
+    auto* array = new osg::Vec3Array;
+    for (const osg::Vec3d& v : vertices)
+        array->push_back(osg::Vec3(v));
+    g->setVertexArray(array);
+    g->setColorArray(colour_.get(), osg::Array::BIND_OVERALL);
+    g->addPrimitiveSet(new osg::DrawArrays(mode, 0, static_cast<GLsizei>(vertices.size())));
+    geode_->addDrawable(g.get());
+    return g.get();
+}
+
+void Measurement::buildDistance() {
+    const std::vector<osg::Vec3d>& p = geometry_.points();
+    addGeometry(GL_LINES, {p[0], p[1]});
+    addGeometry(GL_POINTS, {p[0], p[1]});
+}
+
+void Measurement::buildAngle() {
+    const std::vector<osg::Vec3d>& p = geometry_.points();
+    addGeometry(GL_LINES, {p[1], p[0], p[1], p[2]});
+    addGeometry(GL_POINTS, {p[0], p[1], p[2]});
+    osg::Vec3d a = p[0] - p[1], b = p[2] - p[1];
+    const double radius = 0.3 * std::min(a.length(), b.length());
+    a.normalize();
+    b.normalize();
+    const double theta = geometry_.value() * M_PI / 180.0;
+    const osg::Vec3d side = perpendicular(a);
+    std::vector<osg::Vec3d> arc;
+    for (int i = 0; i <= kArcSegments; ++i)
+        arc.push_back(p[1] + arcPoint(a, b, side, theta, double(i) / kArcSegments) * radius);
+    addGeometry(GL_LINE_STRIP, arc);
+}
+
+void Measurement::buildHeight() {
+    const std::vector<osg::Vec3d>& p = geometry_.points();
+    const osg::Vec3d& foot = geometry_.foot();
+    addGeometry(GL_POINTS, {p[0], p[1], p[2], p[3]});
+    osg::Geometry* drop = addGeometry(GL_LINES, {p[3], foot});
+    // Dashes of 4 pixels.
+    drop->getOrCreateStateSet()->setAttributeAndModes(new osg::LineStipple(4, 0x5555));
+    // A square of the plane around the foot, as wide as the plane points lie
+    // apart from it.
+    double half = 0;
+    for (int i = 0; i < 3; ++i)
+        half = std::max(half, (p[i] - foot).length());
+    half *= 0.5;
+    osg::Vec3d u = p[1] - p[0];
+    u.normalize();
+    const osg::Vec3d v = geometry_.normal() ^ u;
+    const std::vector<osg::Vec3d> corners = {foot - u * half - v * half, foot + u * half - v * half,
+                                             foot + u * half + v * half,
+                                             foot - u * half + v * half};
+    addGeometry(GL_LINE_LOOP, corners);
+    osg::Geometry* patch = addGeometry(GL_TRIANGLE_FAN, corners);
+    patch->setColorArray(patchColour_.get(), osg::Array::BIND_OVERALL);
+    osg::StateSet* ss = patch->getOrCreateStateSet();
+    ss->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA));
+    ss->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+}
+
+void Measurement::setColour(const osg::Vec4& colour) {
+    (*colour_)[0] = colour;
+    colour_->dirty();
+    (*patchColour_)[0] = osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha);
+    patchColour_->dirty();
+    label_->setColor(colour);
+    label_->setBackdropColor(backdropOf(colour));
+}
+
+void Measurement::setItemVisible(bool visible) {
+    root_->setNodeMask(visible ? NodeMasks::kNotPickable : 0u);
+}
+
+bool Measurement::setItemPointSize(float size) {
+    root_->getOrCreateStateSet()->setAttributeAndModes(new ScaledPoint(size));
+    return true;
+}
+
+bool Measurement::setItemLineWidth(float width) {
+    root_->getOrCreateStateSet()->setAttributeAndModes(new ScaledLineWidth(width));
+    return true;
+}
+
+osg::BoundingBox Measurement::itemBounds() const {
+    osg::BoundingBox box;
+    for (const osg::Vec3d& p : geometry_.points())
+        box.expandBy(osg::Vec3(p));
+    return box;
+}

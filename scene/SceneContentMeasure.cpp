@@ -1,0 +1,57 @@
+// The content's measurements: added, read and removed under the scene lock.
+#include "LabelFont.h"
+#include "ObjectIdCounter.h"
+#include "SceneContent.h"
+#include "SceneLockGuard.h"
+#include "StatusCodes.h"
+
+long SceneContent::addMeasurement(MeasureKind kind, const std::vector<osg::Vec3d>& points) {
+    MeasurementGeometry geometry;
+    if (long status = MeasurementGeometry::make(kind, points, &geometry)) return status;
+    const ObjectId id = ObjectIdCounter::take();
+    if (!measureLabel_) {
+        // The texts' prototype with the face of numbers, loaded once.
+        measureLabel_ = new osgText::Text(*textPrototype_.text(), osg::CopyOp::SHALLOW_COPY);
+        if (osg::ref_ptr<osgText::Font> font = LabelFont::load()) measureLabel_->setFont(font);
+    }
+    auto measurement =
+        std::make_unique<Measurement>(id, geometry, *measureLabel_, measurementColour_);
+    {
+        SceneLockGuard lock(lock_);
+        measurements_.add(std::move(measurement));
+    }
+    emit sig_itemAdded(osg::BoundingSphere());
+    emit sig_redraw();
+    return id;
+}
+
+long SceneContent::measurement(ObjectId id, double* value) const {
+    const Measurement* m = measurements_.find(id);
+    if (!m) return QelStatus::kObjectNotFound;
+    *value = m->geometry().value();
+    return QelStatus::kOk;
+}
+
+long SceneContent::clearMeasurement(ObjectId id) {
+    {
+        SceneLockGuard lock(lock_);
+        if (!measurements_.remove(id)) return QelStatus::kObjectNotFound;
+    }
+    emit sig_redraw();
+    return QelStatus::kOk;
+}
+
+long SceneContent::clearAllMeasurements() {
+    {
+        SceneLockGuard lock(lock_);
+        measurements_.clear();
+    }
+    emit sig_redraw();
+    return QelStatus::kOk;
+}
+
+void SceneContent::setMeasurementColour(const osg::Vec4& colour) {
+    SceneLockGuard lock(lock_);
+    measurementColour_ = colour;
+    measurements_.setColour(colour);
+}
