@@ -44,8 +44,10 @@ const char* DemoOptions::usage() {
            "  --no-axis              without the measuring box and its scale\n"
            "  --no-legend            without the colour bar\n"
            "  --background white     a white background (the default is black)\n"
-           "  --measure X1,Y1,Z1,X2,Y2,Z2\n"
-           "                         draws the distance between two points\n"
+           "  --measure X1,Y1,Z1,X2,Y2,Z2[,X3,Y3,Z3[,X4,Y4,Z4]]\n"
+           "                         draws the distance of two points, the angle at the\n"
+           "                         second of three, or the height of the fourth above\n"
+           "                         the plane of the first three\n"
            "  --help                 this text\n"
            "\n"
            "Exit status: 0 when the sample or at least one named file was shown; 1 for a\n"
@@ -97,8 +99,10 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
             ok = value == "height" || value == "own";
             ownColours = value == "own";
         } else if (a == "--measure") {
-            measure.assign(6, 0.0);
-            ok = numbers(value, 6, measure.data());
+            // Two, three or four points: a distance, an angle or a height.
+            const int count = static_cast<int>(value.split(',').size());
+            measure.assign(size_t(count), 0.0);
+            ok = (count == 6 || count == 9 || count == 12) && numbers(value, count, measure.data());
         } else if (a == "--size") {
             double size[2] = {0, 0};
             ok = numbers(value, 2, size) && size[0] >= 100 && size[1] >= 100 && size[0] <= 8192 &&

@@ -18,7 +18,8 @@ struct DemoOptions {
     bool axis = true;    // the measuring box with its scale
     bool legend = true;  // the colour bar
     QString background;  // "white" or empty for the default black
-    // --measure X1,Y1,Z1,X2,Y2,Z2: a distance drawn in the view.
+    // --measure with 2, 3 or 4 points (x, y, z each): a distance, an angle
+    // or a height drawn in the view.
     std::vector<double> measure;
     bool help = false;
 

@@ -198,15 +198,14 @@ void furnish(QWidget& host, long long view, const DemoOptions& options) {
     QelSetAxisVisible(view, options.axis);
     // The measuring tool's button, and a distance when one is asked for.
     QelSet3DToolbarVisible(view, kMeasureButton, true);
-    if (options.measure.size() == 6) {
-        QelVector3dArray ends;
-        ends.Append(QelVector3d(float(options.measure[0]), float(options.measure[1]),
-                                float(options.measure[2])));
-        ends.Append(QelVector3d(float(options.measure[3]), float(options.measure[4]),
-                                float(options.measure[5])));
-        const long id = QelAdd3DMeasurement(view, 0, ends);
+    if (!options.measure.empty()) {
+        QelVector3dArray points;
+        for (size_t i = 0; i + 2 < options.measure.size(); i += 3)
+            points.Append(QelVector3d(float(options.measure[i]), float(options.measure[i + 1]),
+                                      float(options.measure[i + 2])));
+        const long id = QelAdd3DMeasurement(view, points.Length() - 2, points);
         if (failed(id))
-            std::fprintf(stderr, "the distance could not be drawn: %s\n", QelGetStatusText(id));
+            std::fprintf(stderr, "the measurement could not be drawn: %s\n", QelGetStatusText(id));
     }
     if (!options.legend) return;
     for (QAction* action : host.findChildren<QAction*>())

@@ -15,7 +15,7 @@ namespace {
 constexpr float kLineWidth = 2.0f;
 constexpr float kMarkSize = 7.0f;
 // The patch's see-through share of the label colour.
-constexpr float kPatchAlpha = 0.3f;
+constexpr float kPatchAlpha = 0.25f;
 // Segments of an angle's arc.
 constexpr int kArcSegments = 32;
 
@@ -138,12 +138,12 @@ void Measurement::buildHeight() {
     osg::Geometry* drop = addGeometry(GL_LINES, {p[3], foot});
     // Dashes of 4 pixels.
     drop->getOrCreateStateSet()->setAttributeAndModes(new osg::LineStipple(4, 0x5555));
-    // A square of the plane around the foot, as wide as the plane points lie
-    // apart from it.
+    // A square of the plane around the foot, a fifth as wide as the plane
+    // points lie apart from it: enough to show the plane's tilt.
     double half = 0;
     for (int i = 0; i < 3; ++i)
         half = std::max(half, (p[i] - foot).length());
-    half *= 0.5;
+    half *= 0.2;
     osg::Vec3d u = p[1] - p[0];
     u.normalize();
     const osg::Vec3d v = geometry_.normal() ^ u;
