@@ -80,7 +80,7 @@ void GLViewer::initializeScene() {
         root_->addChild(content_->shapeGroup());
         root_->addChild(content_->textGroup());
         root_->addChild(content_->measureGroup());
-        measurementLabels_ = new MeasurementLabels(content_->measurements(), *decorations_);
+        measurementLabels_ = new MeasurementLabels(content_->measurements(), *decorations_, *clip_);
         content_->measureGroup()->setCullCallback(measurementLabels_.get());
         light_->attachTo(content_->dataGroup());
         installEventHandlers();

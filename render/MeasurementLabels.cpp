@@ -2,6 +2,7 @@
 
 #include <osgUtil/CullVisitor>
 
+#include "ClipPlane.h"
 #include "MeasurementSet.h"
 #include "PixelRatio.h"
 #include "QelCubeAxis3d.h"
@@ -16,22 +17,31 @@ constexpr double kMargin = 2.0;
 // How far out a crowded label may go: rings of candidate places, each a
 // label's size further from its anchor.
 constexpr int kRings = 6;
+// The pitch of label lines, in character heights.
+constexpr double kLineStep = 1.2;
+// How far glyphs reach below their base line, in character heights.
+constexpr double kDescent = 0.25;
 
 }  // namespace
 
-osg::Vec2d MeasurementLabels::extentOf(const Measurement& measurement, float size) {
+const MeasurementLabels::Extent& MeasurementLabels::extentOf(const Measurement& measurement,
+                                                             float size) {
     auto it = extents_.find(measurement.itemId());
-    if (it != extents_.end() && it->second.size == size) return it->second.pixels;
-    const osgText::Text& label = *measurement.label();
-    osg::ref_ptr<osgText::Text> probe = new osgText::Text;
-    probe->setFont(const_cast<osgText::Font*>(label.getFont()));
-    probe->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
-    probe->setCharacterSize(size);
-    probe->setText(label.getText());
-    const osg::BoundingBox& box = probe->getBoundingBox();
-    const osg::Vec2d pixels(box.xMax() - box.xMin(), box.yMax() - box.yMin());
-    extents_[measurement.itemId()] = Extent{size, pixels};
-    return pixels;
+    if (it != extents_.end() && it->second.size == size) return it->second;
+    Extent& extent = extents_[measurement.itemId()];
+    extent = Extent{size, 0, 0};
+    for (const auto& line : measurement.labelLines()) {
+        osg::ref_ptr<osgText::Text> probe = new osgText::Text;
+        probe->setFont(const_cast<osgText::Font*>(line->getFont()));
+        probe->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
+        probe->setCharacterSize(size);
+        probe->setAlignment(line->getAlignment());
+        probe->setText(line->getText());
+        const osg::BoundingBox& box = probe->getBoundingBox();
+        extent.width = std::max(extent.width, double(box.xMax() - box.xMin()));
+    }
+    extent.lineHeight = size * kLineStep;
+    return extent;
 }
 
 bool MeasurementLabels::Box::overlaps(const Box& o, double margin) const {
@@ -55,11 +65,14 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
         for (int i = 0; i < measurements_.count() && view.valid(); ++i) {
             Measurement* m = measurements_.at(i);
             if (m->node()->getNodeMask() == 0) continue;
-            osgText::Text* text = m->label();
-            if (text->getCharacterHeight() != size) text->setCharacterSize(size);
-            const osg::Vec2d extent = extentOf(*m, size);
-            const double w = extent.x(), h = extent.y();
             const osg::Vec3d anchor = m->geometry().labelAnchor();
+            const bool cut =
+                clip_.isOn() && osg::Vec4d(clip_.plane()) * osg::Vec4d(anchor, 1.0) < 0;
+            m->labelNode()->setNodeMask(cut ? 0u : ~0u);
+            if (cut) continue;
+            const Extent& extent = extentOf(*m, size);
+            const auto& lines = m->labelLines();
+            const double w = extent.width, h = extent.lineHeight * double(lines.size());
             const osg::Vec3d at = view.toWindow(anchor);
             // Right above, right below, left above, left below, above, below,
             // right, left; then the same a ring further out, and so on.
@@ -93,7 +106,15 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
                     }
                 }
             }
-            text->setPosition(osg::Vec3(view.shifted(anchor, offset)));
+            // The lines from the box's top down, each on its base line, a
+            // descent above the bottom of its row.
+            for (size_t k = 0; k < lines.size(); ++k) {
+                osgText::Text* line = lines[k].get();
+                if (line->getCharacterHeight() != size) line->setCharacterSize(size);
+                const osg::Vec2d at(offset.x(), offset.y() + h - extent.lineHeight * double(k + 1) +
+                                                    kDescent * size);
+                line->setPosition(osg::Vec3(view.shifted(anchor, at)));
+            }
             taken.push_back(chosen);
             boxes_.push_back(chosen);
         }

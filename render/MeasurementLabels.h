@@ -7,6 +7,7 @@
 
 #include "SceneModes.h"
 
+class ClipPlane;
 class Measurement;
 class MeasurementSet;
 class ViewDecorations;
@@ -14,6 +15,7 @@ class ViewDecorations;
 // Lays out the measurement labels of a view as they are culled: each at the
 // character size of the view's pixel ratio, beside its anchor on the side
 // where it touches neither an earlier label nor a label of the cube axis.
+// A label whose anchor the clip plane cuts away is hidden.
 class MeasurementLabels : public osg::NodeCallback {
 public:
     // Where a label went, in window pixels (y up).
@@ -23,8 +25,9 @@ public:
         bool overlaps(const Box& other, double margin) const;
     };
 
-    MeasurementLabels(const MeasurementSet& measurements, const ViewDecorations& decorations)
-        : measurements_(measurements), decorations_(decorations) {}
+    MeasurementLabels(const MeasurementSet& measurements, const ViewDecorations& decorations,
+                      const ClipPlane& clip)
+        : measurements_(measurements), decorations_(decorations), clip_(clip) {}
 
     void operator()(osg::Node* node, osg::NodeVisitor* visitor) override;
     const std::vector<Box>& boxes() const { return boxes_; }
@@ -33,16 +36,18 @@ public:
     static constexpr float kLabelSize = 14.0f;
 
 private:
+    // A label's width in pixels at a character size, measured once on
+    // fresh texts (a drawn one reports its box in the world), and the pitch
+    // of its lines.
     struct Extent {
         float size;
-        osg::Vec2d pixels;
+        double width, lineHeight;
     };
-    // A label's width and height in pixels at a character size, measured
-    // once on a fresh text (a drawn one reports its size in the world).
-    osg::Vec2d extentOf(const Measurement& measurement, float size);
+    const Extent& extentOf(const Measurement& measurement, float size);
 
     const MeasurementSet& measurements_;
     std::map<ObjectId, Extent> extents_;
     const ViewDecorations& decorations_;
+    const ClipPlane& clip_;
     std::vector<Box> boxes_;
 };

@@ -53,9 +53,9 @@ Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
       geometry_(geometry),
       root_(new osg::Group),
       geode_(new osg::Geode),
+      labelGeode_(new osg::Geode),
       colour_(oneColour(colour)),
-      patchColour_(oneColour(osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha))),
-      label_(new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY)) {
+      patchColour_(oneColour(osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha))) {
     osg::StateSet* ss = root_->getOrCreateStateSet();
     ss->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
     // Over the data, never hidden inside it.
@@ -74,22 +74,35 @@ Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
             buildHeight();
             break;
     }
-    // An outline in the background's colour keeps the label readable over
-    // the data.
-    label_->setBackdropType(osgText::Text::OUTLINE);
-    label_->setBackdropColor(backdropOf(colour));
-    label_->setText(geometry_.label(), osgText::String::ENCODING_UTF8);
-    label_->setPosition(geometry_.labelAnchor());
-    label_->setAxisAlignment(osgText::Text::SCREEN);
-    label_->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
-    label_->setAlignment(osgText::Text::LEFT_BOTTOM);
-    label_->setColor(colour);
-    label_->setUseDisplayList(false);
-    // Its bound follows the camera a frame late; the label is laid out on
-    // screen every frame and never culled by it.
-    label_->setCullingActive(false);
-    label_->setUseVertexArrayObject(false);
-    geode_->addDrawable(label_.get());
+    // One text a line: the view stacks them itself, at the same pitch at
+    // any pixel ratio.
+    const std::string text = geometry_.label();
+    size_t from = 0;
+    while (from <= text.size()) {
+        const size_t end = std::min(text.find('\n', from), text.size());
+        osg::ref_ptr<osgText::Text> line = new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY);
+        // An outline in the background's colour keeps the label readable
+        // over the data.
+        line->setBackdropType(osgText::Text::OUTLINE);
+        line->setBackdropColor(backdropOf(colour));
+        line->setText(text.substr(from, end - from), osgText::String::ENCODING_UTF8);
+        line->setPosition(geometry_.labelAnchor());
+        line->setAxisAlignment(osgText::Text::SCREEN);
+        line->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
+        line->setAlignment(osgText::Text::LEFT_BASE_LINE);
+        line->setColor(colour);
+        line->setUseDisplayList(false);
+        // Its bound follows the camera a frame late; the label is laid out
+        // on screen every frame and never culled by it.
+        line->setCullingActive(false);
+        line->setUseVertexArrayObject(false);
+        labelGeode_->addDrawable(line.get());
+        labels_.push_back(line);
+        from = end + 1;
+    }
+    // A label is shown whole or not at all: the clip plane does not cut it.
+    labelGeode_->getOrCreateStateSet()->setMode(GL_CLIP_PLANE0, osg::StateAttribute::OFF);
+    root_->addChild(labelGeode_.get());
 }
 
 osg::Geometry* Measurement::addGeometry(GLenum mode, const std::vector<osg::Vec3d>& vertices) {
@@ -163,8 +176,10 @@ void Measurement::setColour(const osg::Vec4& colour) {
     colour_->dirty();
     (*patchColour_)[0] = osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha);
     patchColour_->dirty();
-    label_->setColor(colour);
-    label_->setBackdropColor(backdropOf(colour));
+    for (const auto& line : labels_) {
+        line->setColor(colour);
+        line->setBackdropColor(backdropOf(colour));
+    }
 }
 
 void Measurement::setItemVisible(bool visible) {

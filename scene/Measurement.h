@@ -5,6 +5,7 @@
 #include <osg/Group>
 #include <osg/ref_ptr>
 #include <osgText/Text>
+#include <vector>
 
 #include "MeasurementGeometry.h"
 #include "SceneItem.h"
@@ -22,7 +23,10 @@ public:
 
     const MeasurementGeometry& geometry() const { return geometry_; }
     osg::Node* node() const { return root_.get(); }
-    osgText::Text* label() const { return label_.get(); }
+    // The label's lines, top first.
+    const std::vector<osg::ref_ptr<osgText::Text>>& labelLines() const { return labels_; }
+    // The label's own node: shown or hidden whole, never cut.
+    osg::Node* labelNode() const { return labelGeode_.get(); }
     void setColour(const osg::Vec4& colour);
 
     ObjectId itemId() const override { return id_; }
@@ -44,7 +48,8 @@ private:
     MeasurementGeometry geometry_;
     osg::ref_ptr<osg::Group> root_;
     osg::ref_ptr<osg::Geode> geode_;
+    osg::ref_ptr<osg::Geode> labelGeode_;
     osg::ref_ptr<osg::Vec4Array> colour_;
     osg::ref_ptr<osg::Vec4Array> patchColour_;
-    osg::ref_ptr<osgText::Text> label_;
+    std::vector<osg::ref_ptr<osgText::Text>> labels_;
 };

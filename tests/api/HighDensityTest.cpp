@@ -49,11 +49,13 @@ struct Extent {
     double centreY() const { return (top + bottom) / 2.0; }
 };
 
-Extent extentOf(const Shot& shot, const std::function<bool(int, int, int)>& test) {
+// Over the columns [fromX, toX) when given.
+Extent extentOf(const Shot& shot, const std::function<bool(int, int, int)>& test, int fromX = 0,
+                int toX = -1) {
     Extent e;
     int r, g, b;
     for (int y = 0; y < shot.height(); ++y)
-        for (int x = 0; x < shot.width(); ++x) {
+        for (int x = fromX; x < (toX < 0 ? shot.width() : toX); ++x) {
             shot.rgb(x, y, &r, &g, &b);
             if (test(r, g, b)) e.add(x, y);
         }
@@ -182,6 +184,36 @@ TEST_F(HighDensity, PointsAndLinesKeepTheirLook) {
     ASSERT_GT(l.count, 0);
     EXPECT_GE(l.bottom - l.top + 1, std::floor(3 * ratio));
     EXPECT_LE(l.bottom - l.top + 1, std::ceil(3 * ratio) + 1);
+}
+
+TEST_F(HighDensity, AMeasurementKeepsItsLineWidthAndLabelSize) {
+    QelVector3dArray one;
+    one.SetSize(1);
+    one[0] = QelVector3d(0, 0, -1);
+    QelPointCloud cloud;
+    cloud.SetPoints(one);
+    ASSERT_GE(QelDisplayPointCloud(h, cloud), 1);
+    lookDown(h, 30);
+    const Shot before(h);
+    // A horizontal distance: its line is 2 logical pixels thick, its label
+    // about 14 logical pixels a line high, three lines.
+    QelVector3dArray ends;
+    ends.SetSize(2);
+    ends[0] = QelVector3d(-5, -2, 0);
+    ends[1] = QelVector3d(5, -2, 0);
+    ASSERT_GE(QelAdd3DMeasurement(h, 0, ends), 1);
+    const Shot measured(h);
+    measured.keep("high-density-measurement");
+    // The line's thickness where nothing else is drawn: its left third.
+    const Extent line = extentOf(measured, white, 0, measured.width() / 3);
+    ASSERT_GT(line.count, 0);
+    EXPECT_GE(line.bottom - line.top + 1, std::floor(2 * ratio));
+    EXPECT_LE(line.bottom - line.top + 1, std::ceil(2 * ratio) + 8 * ratio) << "with its end mark";
+    const Extent all =
+        extentOf(measured, [](int r, int g, int b) { return r > 120 && g > 120 && b > 120; });
+    // Three label lines above the line: at least 3 x 14 logical pixels tall.
+    EXPECT_GE(all.bottom - all.top + 1, 3 * 14 * ratio * 0.8);
+    EXPECT_LE(all.bottom - all.top + 1, 3 * 14 * ratio * 1.6 + 8 * ratio);
 }
 
 TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {

@@ -144,6 +144,18 @@ TEST(Measurement, DrawnOverTheDataKeptByADisplayClearedWithTheShapes) {
     const int before = plain.count(white), after = measured.count(white);
     EXPECT_GT(after, before + 500) << "lines, marks and labels";
 
+    // The clip plane cuts them like the data: keeping y <= -1 leaves the
+    // distance's lower part only.
+    Qel3DPlane below(QelVector3d(0, -1, 0), QelVector3d(0, -1, 0));
+    ASSERT_EQ(QelRenderByClippingPlane(w.handle, below), 0);
+    const Shot clipped(w.handle);
+    clipped.keep("measurements-clipped");
+    EXPECT_LT(clipped.count(white), after * 3 / 4) << "half the lines and two labels cut";
+    EXPECT_GT(clipped.count(white), 50);
+    Qel3DPlane under(QelVector3d(0, 0, -100), QelVector3d(0, 0, 1));
+    ASSERT_EQ(QelRenderByClippingPlane(w.handle, under), 0);
+    EXPECT_EQ(Shot(w.handle).count(white), after) << "a plane below everything cuts nothing";
+
     // A new display keeps them; what clears the shapes clears them.
     ASSERT_TRUE(isId(QelDisplayPointCloud(w.handle, cloud)));
     Shot(w.handle).keep("measurements-redisplayed0");
