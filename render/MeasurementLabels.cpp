@@ -44,6 +44,48 @@ const MeasurementLabels::Extent& MeasurementLabels::extentOf(const Measurement& 
     return extent;
 }
 
+namespace {
+
+// The lines a measurement draws, as pairs of world points.
+std::vector<std::pair<osg::Vec3d, osg::Vec3d>> segmentsOf(const MeasurementGeometry& g) {
+    const std::vector<osg::Vec3d>& p = g.points();
+    switch (g.kind()) {
+        case MeasureKind::Distance:
+            return {{p[0], p[1]}};
+        case MeasureKind::Angle:
+            return {{p[1], p[0]}, {p[1], p[2]}};
+        case MeasureKind::Height:
+            return {{p[3], g.foot()}};
+    }
+    return {};
+}
+
+// Whether the window segment a-b passes through the box grown by margin
+// (Liang-Barsky clipping).
+bool crosses(const osg::Vec2d& a, const osg::Vec2d& b, const MeasurementLabels::Box& box,
+             double margin) {
+    const osg::Vec2d d = b - a;
+    double t0 = 0, t1 = 1;
+    const double p[4] = {-d.x(), d.x(), -d.y(), d.y()};
+    const double q[4] = {a.x() - (box.left - margin), (box.right + margin) - a.x(),
+                         a.y() - (box.bottom - margin), (box.top + margin) - a.y()};
+    for (int k = 0; k < 4; ++k) {
+        if (p[k] == 0) {
+            if (q[k] < 0) return false;
+            continue;
+        }
+        const double t = q[k] / p[k];
+        if (p[k] < 0)
+            t0 = std::max(t0, t);
+        else
+            t1 = std::min(t1, t);
+        if (t0 > t1) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
 bool MeasurementLabels::Box::overlaps(const Box& o, double margin) const {
     return left < o.right + margin && o.left < right + margin && bottom < o.top + margin &&
            o.bottom < top + margin;
@@ -61,6 +103,15 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
         if (const QelCubeAxis3d* axis = decorations_.cubeAxis())
             for (const QelCubeAxis3d::Label& l : axis->labels())
                 taken.push_back(Box{0, l.left, l.bottom, l.right, l.top});
+        // Labels keep off every measurement's lines too.
+        std::vector<std::pair<osg::Vec2d, osg::Vec2d>> drawn;
+        for (int i = 0; i < measurements_.count() && view.valid(); ++i) {
+            if (measurements_.at(i)->node()->getNodeMask() == 0) continue;
+            for (const auto& s : segmentsOf(measurements_.at(i)->geometry())) {
+                const osg::Vec3d a = view.toWindow(s.first), b = view.toWindow(s.second);
+                drawn.emplace_back(osg::Vec2d(a.x(), a.y()), osg::Vec2d(b.x(), b.y()));
+            }
+        }
         boxes_.clear();
         for (int i = 0; i < measurements_.count() && view.valid(); ++i) {
             Measurement* m = measurements_.at(i);
@@ -94,6 +145,8 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
                                 box.top <= view.height();
                     for (const Box& t : taken)
                         free = free && !box.overlaps(t, margin);
+                    for (const auto& l : drawn)
+                        free = free && !crosses(l.first, l.second, box, margin);
                     if (ring == 0 && o == offsets[0]) {
                         chosen = box;  // where it goes when no place is free
                         offset = o;
