@@ -86,6 +86,26 @@ bool crosses(const osg::Vec2d& a, const osg::Vec2d& b, const MeasurementLabels::
 
 }  // namespace
 
+bool MeasurementLabels::layoutChanged(const osg::Camera& camera) {
+    std::vector<double> key;
+    const osg::Matrixd toWindow = camera.getViewMatrix() * camera.getProjectionMatrix();
+    key.assign(toWindow.ptr(), toWindow.ptr() + 16);
+    if (const osg::Viewport* v = camera.getViewport())
+        key.insert(key.end(), {v->width(), v->height()});
+    key.push_back(PixelRatio::of(&camera));
+    const osg::Vec4& plane = clip_.plane();
+    key.insert(key.end(), {clip_.isOn() ? 1.0 : 0.0, plane.x(), plane.y(), plane.z(), plane.w()});
+    const QelCubeAxis3d* axis = decorations_.cubeAxis();
+    key.push_back(axis ? double(axis->labels().size()) : -1.0);
+    for (int i = 0; i < measurements_.count(); ++i) {
+        key.push_back(double(measurements_.at(i)->itemId()));
+        key.push_back(measurements_.at(i)->node()->getNodeMask() == 0 ? 0.0 : 1.0);
+    }
+    if (key == layoutKey_) return false;
+    layoutKey_ = std::move(key);
+    return true;
+}
+
 bool MeasurementLabels::Box::overlaps(const Box& o, double margin) const {
     return left < o.right + margin && o.left < right + margin && bottom < o.top + margin &&
            o.bottom < top + margin;
@@ -94,7 +114,7 @@ bool MeasurementLabels::Box::overlaps(const Box& o, double margin) const {
 void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
     auto* cull = dynamic_cast<osgUtil::CullVisitor*>(visitor);
     const osg::Camera* camera = cull ? cull->getCurrentCamera() : nullptr;
-    if (camera && measurements_.count() > 0) {
+    if (camera && measurements_.count() > 0 && layoutChanged(*camera)) {
         const ScreenProjection view(*camera);
         const double ratio = PixelRatio::of(camera);
         const float size = static_cast<float>(kLabelSize * ratio);

@@ -7,6 +7,9 @@
 
 #include "SceneModes.h"
 
+namespace osg {
+class Camera;
+}
 class ClipPlane;
 class Measurement;
 class MeasurementSet;
@@ -44,9 +47,13 @@ private:
         double width, lineHeight;
     };
     const Extent& extentOf(const Measurement& measurement, float size);
+    // Whether the camera, the clip plane, the axis labels or the shown
+    // measurements differ from the last layout (laid out again only then).
+    bool layoutChanged(const osg::Camera& camera);
 
     const MeasurementSet& measurements_;
     std::map<ObjectId, Extent> extents_;
+    std::vector<double> layoutKey_;
     const ViewDecorations& decorations_;
     const ClipPlane& clip_;
     std::vector<Box> boxes_;

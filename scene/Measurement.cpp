@@ -81,9 +81,10 @@ Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
     while (from <= text.size()) {
         const size_t end = std::min(text.find('\n', from), text.size());
         osg::ref_ptr<osgText::Text> line = new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY);
-        // An outline in the background's colour keeps the label readable
-        // over the data.
-        line->setBackdropType(osgText::Text::OUTLINE);
+        // A shadow in the background's colour keeps the label readable over
+        // the data (an outline reads a little better but draws each glyph
+        // eight times more: 1,000 labels then cost a second a frame).
+        line->setBackdropType(osgText::Text::DROP_SHADOW_BOTTOM_RIGHT);
         line->setBackdropColor(backdropOf(colour));
         line->setText(text.substr(from, end - from), osgText::String::ENCODING_UTF8);
         line->setPosition(geometry_.labelAnchor());
