@@ -146,39 +146,40 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
             const double w = extent.width, h = extent.lineHeight * double(lines.size());
             const osg::Vec3d at = view.toWindow(anchor);
             // Right above, right below, left above, left below, above, below,
-            // right, left; then the same a ring further out, and so on.
+            // right, left; then the same a ring further out, and so on. First
+            // off every measurement's lines, then only off the labels; a label
+            // with no free place is left out, as the axis leaves out its own.
             const osg::Vec2d step(w + gap, h + gap);
             Box chosen{m->itemId(), 0, 0, 0, 0};
             osg::Vec2d offset;
             bool found = false;
-            for (int ring = 0; ring < kRings && !found; ++ring) {
-                const double rx = gap + ring * step.x(), ry = gap + ring * step.y();
-                const osg::Vec2d offsets[] = {{rx, ry - gap},      {rx, -h - ry + gap},
-                                              {-w - rx, ry - gap}, {-w - rx, -h - ry + gap},
-                                              {-w / 2, ry},        {-w / 2, -h - ry},
-                                              {rx, -h / 2},        {-w - rx, -h / 2}};
-                for (const osg::Vec2d& o : offsets) {
-                    const Box box{m->itemId(), at.x() + o.x(), at.y() + o.y(), at.x() + o.x() + w,
-                                  at.y() + o.y() + h};
-                    // Inside the view, clear of every label placed.
-                    bool free = box.left >= 0 && box.bottom >= 0 && box.right <= view.width() &&
-                                box.top <= view.height();
-                    for (const Box& t : taken)
-                        free = free && !box.overlaps(t, margin);
-                    for (const auto& l : drawn)
-                        free = free && !crosses(l.first, l.second, box, margin);
-                    if (ring == 0 && o == offsets[0]) {
-                        chosen = box;  // where it goes when no place is free
-                        offset = o;
-                    }
-                    if (free) {
-                        chosen = box;
-                        offset = o;
-                        found = true;
-                        break;
+            for (int pass = 0; pass < 2 && !found; ++pass)
+                for (int ring = 0; ring < kRings && !found; ++ring) {
+                    const double rx = gap + ring * step.x(), ry = gap + ring * step.y();
+                    const osg::Vec2d offsets[] = {{rx, ry - gap},      {rx, -h - ry + gap},
+                                                  {-w - rx, ry - gap}, {-w - rx, -h - ry + gap},
+                                                  {-w / 2, ry},        {-w / 2, -h - ry},
+                                                  {rx, -h / 2},        {-w - rx, -h / 2}};
+                    for (const osg::Vec2d& o : offsets) {
+                        const Box box{m->itemId(), at.x() + o.x(), at.y() + o.y(),
+                                      at.x() + o.x() + w, at.y() + o.y() + h};
+                        bool free = box.left >= 0 && box.bottom >= 0 && box.right <= view.width() &&
+                                    box.top <= view.height();
+                        for (const Box& t : taken)
+                            free = free && !box.overlaps(t, margin);
+                        if (pass == 0)
+                            for (const auto& l : drawn)
+                                free = free && !crosses(l.first, l.second, box, margin);
+                        if (free) {
+                            chosen = box;
+                            offset = o;
+                            found = true;
+                            break;
+                        }
                     }
                 }
-            }
+            m->labelNode()->setNodeMask(found ? ~0u : 0u);
+            if (!found) continue;
             // The lines from the box's top down, each on its base line, a
             // descent above the bottom of its row.
             for (size_t k = 0; k < lines.size(); ++k) {

@@ -17,11 +17,12 @@ class ViewDecorations;
 
 // Lays out the measurement labels of a view as they are culled: each at the
 // character size of the view's pixel ratio, beside its anchor on the side
-// where it touches neither an earlier label nor a label of the cube axis.
-// A label whose anchor the clip plane cuts away is hidden.
+// where it touches neither an earlier label nor a label of the cube axis,
+// and if it can, no measurement's line. A label with no such place, or
+// whose anchor the clip plane cuts away, is left out.
 class MeasurementLabels : public osg::NodeCallback {
 public:
-    // Where a label went, in window pixels (y up).
+    // Where a shown label went, in window pixels (y up).
     struct Box {
         ObjectId id;
         double left, bottom, right, top;
