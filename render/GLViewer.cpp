@@ -81,7 +81,7 @@ void GLViewer::initializeScene() {
         root_->addChild(content_->textGroup());
         root_->addChild(content_->measureGroup());
         measurementLabels_ = new MeasurementLabels(content_->measurements(), *decorations_, *clip_);
-        content_->measureGroup()->setCullCallback(measurementLabels_.get());
+        content_->measureGroup()->addCullCallback(measurementLabels_.get());
         light_->attachTo(content_->dataGroup());
         installEventHandlers();
     }

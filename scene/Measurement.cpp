@@ -1,21 +1,12 @@
 #include "Measurement.h"
 
 #include <cmath>
-#include <osg/BlendFunc>
 #include <osg/CopyOp>
-#include <osg/LineStipple>
 
 #include "NodeMasks.h"
-#include "ScaledLineWidth.h"
-#include "ScaledPoint.h"
 
 namespace {
 
-// Sizes in logical pixels.
-constexpr float kLineWidth = 2.0f;
-constexpr float kMarkSize = 7.0f;
-// The patch's see-through share of the label colour.
-constexpr float kPatchAlpha = 0.25f;
 // Segments of an angle's arc.
 constexpr int kArcSegments = 32;
 
@@ -25,12 +16,6 @@ osg::Vec3d arcPoint(const osg::Vec3d& a, const osg::Vec3d& b, const osg::Vec3d& 
                     double t) {
     if (std::sin(theta) < 1e-6) return a * std::cos(theta * t) + side * std::sin(theta * t);
     return (a * std::sin((1 - t) * theta) + b * std::sin(t * theta)) / std::sin(theta);
-}
-
-osg::Vec4Array* oneColour(const osg::Vec4& colour) {
-    auto* array = new osg::Vec4Array;
-    array->push_back(colour);
-    return array;
 }
 
 // The background a label colour is the inverse of, a little see-through.
@@ -49,20 +34,11 @@ osg::Vec3d perpendicular(const osg::Vec3d& v) {
 
 Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
                          const osgText::Text& prototype, const osg::Vec4& colour)
-    : id_(id),
-      geometry_(geometry),
-      root_(new osg::Group),
-      geode_(new osg::Geode),
-      labelGeode_(new osg::Geode),
-      colour_(oneColour(colour)),
-      patchColour_(oneColour(osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha))) {
+    : id_(id), geometry_(geometry), root_(new osg::Group), labelGeode_(new osg::Geode) {
     osg::StateSet* ss = root_->getOrCreateStateSet();
     ss->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
     // Over the data, never hidden inside it.
     ss->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
-    ss->setAttributeAndModes(new ScaledLineWidth(kLineWidth));
-    ss->setAttributeAndModes(new ScaledPoint(kMarkSize));
-    root_->addChild(geode_.get());
     switch (geometry_.kind()) {
         case MeasureKind::Distance:
             buildDistance();
@@ -106,52 +82,38 @@ Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
     root_->addChild(labelGeode_.get());
 }
 
-osg::Geometry* Measurement::addGeometry(GLenum mode, const std::vector<osg::Vec3d>& vertices) {
-    osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
-    // Drawn the way the data's geometries are (buffer and array objects):
-    // client-side arrays between them upset the GL driver.
-    g->setUseDisplayList(false);
-    g->setUseVertexBufferObjects(true);
-    g->setUseVertexArrayObject(true);
-    auto* array = new osg::Vec3Array;
-    for (const osg::Vec3d& v : vertices)
-        array->push_back(osg::Vec3(v));
-    g->setVertexArray(array);
-    g->setColorArray(colour_.get(), osg::Array::BIND_OVERALL);
-    g->addPrimitiveSet(new osg::DrawArrays(mode, 0, static_cast<GLsizei>(vertices.size())));
-    geode_->addDrawable(g.get());
-    return g.get();
-}
-
 void Measurement::buildDistance() {
     const std::vector<osg::Vec3d>& p = geometry_.points();
-    addGeometry(GL_LINES, {p[0], p[1]});
-    addGeometry(GL_POINTS, {p[0], p[1]});
+    addLines({p[0], p[1]});
+    addMarks({p[0], p[1]});
 }
 
 void Measurement::buildAngle() {
     const std::vector<osg::Vec3d>& p = geometry_.points();
-    addGeometry(GL_LINES, {p[1], p[0], p[1], p[2]});
-    addGeometry(GL_POINTS, {p[0], p[1], p[2]});
+    addLines({p[1], p[0], p[1], p[2]});
+    addMarks({p[0], p[1], p[2]});
     osg::Vec3d a = p[0] - p[1], b = p[2] - p[1];
     const double radius = 0.3 * std::min(a.length(), b.length());
     a.normalize();
     b.normalize();
     const double theta = geometry_.value() * M_PI / 180.0;
     const osg::Vec3d side = perpendicular(a);
-    std::vector<osg::Vec3d> arc;
-    for (int i = 0; i <= kArcSegments; ++i)
-        arc.push_back(p[1] + arcPoint(a, b, side, theta, double(i) / kArcSegments) * radius);
-    addGeometry(GL_LINE_STRIP, arc);
+    // The arc as a chain of segments.
+    osg::Vec3d previous = p[1] + a * radius;
+    for (int i = 1; i <= kArcSegments; ++i) {
+        const osg::Vec3d next =
+            p[1] + arcPoint(a, b, side, theta, double(i) / kArcSegments) * radius;
+        addLines({previous, next});
+        previous = next;
+    }
 }
 
 void Measurement::buildHeight() {
     const std::vector<osg::Vec3d>& p = geometry_.points();
     const osg::Vec3d& foot = geometry_.foot();
-    addGeometry(GL_POINTS, {p[0], p[1], p[2], p[3]});
-    osg::Geometry* drop = addGeometry(GL_LINES, {p[3], foot});
-    // Dashes of 4 pixels.
-    drop->getOrCreateStateSet()->setAttributeAndModes(new osg::LineStipple(4, 0x5555));
+    addMarks({p[0], p[1], p[2], p[3]});
+    drawing_.dashes.push_back(osg::Vec3(p[3]));
+    drawing_.dashes.push_back(osg::Vec3(foot));
     // A square of the plane around the foot, a fifth as wide as the plane
     // points lie apart from it: enough to show the plane's tilt.
     double half = 0;
@@ -161,22 +123,24 @@ void Measurement::buildHeight() {
     osg::Vec3d u = p[1] - p[0];
     u.normalize();
     const osg::Vec3d v = geometry_.normal() ^ u;
-    const std::vector<osg::Vec3d> corners = {foot - u * half - v * half, foot + u * half - v * half,
-                                             foot + u * half + v * half,
-                                             foot - u * half + v * half};
-    addGeometry(GL_LINE_LOOP, corners);
-    osg::Geometry* patch = addGeometry(GL_TRIANGLE_FAN, corners);
-    patch->setColorArray(patchColour_.get(), osg::Array::BIND_OVERALL);
-    osg::StateSet* ss = patch->getOrCreateStateSet();
-    ss->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA));
-    ss->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+    const osg::Vec3d c[4] = {foot - u * half - v * half, foot + u * half - v * half,
+                             foot + u * half + v * half, foot - u * half + v * half};
+    addLines({c[0], c[1], c[1], c[2], c[2], c[3], c[3], c[0]});
+    for (int k : {0, 1, 2, 0, 2, 3})
+        drawing_.patches.push_back(osg::Vec3(c[k]));
+}
+
+void Measurement::addLines(std::initializer_list<osg::Vec3d> pairs) {
+    for (const osg::Vec3d& v : pairs)
+        drawing_.lines.push_back(osg::Vec3(v));
+}
+
+void Measurement::addMarks(std::initializer_list<osg::Vec3d> marks) {
+    for (const osg::Vec3d& v : marks)
+        drawing_.marks.push_back(osg::Vec3(v));
 }
 
 void Measurement::setColour(const osg::Vec4& colour) {
-    (*colour_)[0] = colour;
-    colour_->dirty();
-    (*patchColour_)[0] = osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha);
-    patchColour_->dirty();
     for (const auto& line : labels_) {
         line->setColor(colour);
         line->setBackdropColor(backdropOf(colour));
@@ -184,17 +148,9 @@ void Measurement::setColour(const osg::Vec4& colour) {
 }
 
 void Measurement::setItemVisible(bool visible) {
+    visible_ = visible;
     root_->setNodeMask(visible ? NodeMasks::kNotPickable : 0u);
-}
-
-bool Measurement::setItemPointSize(float size) {
-    root_->getOrCreateStateSet()->setAttributeAndModes(new ScaledPoint(size));
-    return true;
-}
-
-bool Measurement::setItemLineWidth(float width) {
-    root_->getOrCreateStateSet()->setAttributeAndModes(new ScaledLineWidth(width));
-    return true;
+    if (changed_) changed_();
 }
 
 osg::BoundingBox Measurement::itemBounds() const {

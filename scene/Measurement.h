@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <initializer_list>
 #include <osg/Geode>
 #include <osg/Geometry>
 #include <osg/Group>
@@ -10,11 +12,17 @@
 #include "MeasurementGeometry.h"
 #include "SceneItem.h"
 
-// One measurement drawn in a view: a distance as a line with end marks, an
-// angle as its two legs and an arc, a height as the plane's points, a patch
-// of the plane at the foot and a dashed drop line, each with its label.
-// Lines and marks keep their size in pixels and are drawn over the data;
-// they take the label colour (the inverse of the background).
+// What a measurement draws, in world coordinates: line segments (pairs),
+// end marks, dashed segments (pairs) and the triangles of plane patches.
+// The measurement set draws every measurement's in a few geometries.
+struct MeasurementDrawing {
+    std::vector<osg::Vec3> lines, marks, dashes, patches;
+};
+
+// One measurement in a view: a distance as a line with end marks, an angle
+// as its two legs and an arc, a height as the plane's points, a patch of
+// the plane at the foot and a dashed drop line, each with its label. Its
+// node holds the label; its lines are the set's to draw.
 class Measurement : public SceneItem {
 public:
     // prototype: the text the label is copied from (its font).
@@ -22,6 +30,10 @@ public:
                 const osg::Vec4& colour);
 
     const MeasurementGeometry& geometry() const { return geometry_; }
+    const MeasurementDrawing& drawing() const { return drawing_; }
+    bool visible() const { return visible_; }
+    // Called when the measurement is shown or hidden.
+    void onChange(std::function<void()> changed) { changed_ = std::move(changed); }
     osg::Node* node() const { return root_.get(); }
     // The label's lines, top first.
     const std::vector<osg::ref_ptr<osgText::Text>>& labelLines() const { return labels_; }
@@ -34,12 +46,14 @@ public:
     // Its colour follows the background.
     bool setItemColours(const osg::Vec4Array&) override { return false; }
     bool applyItemMatrix(const osg::Matrix&) override { return false; }
-    bool setItemPointSize(float size) override;
-    bool setItemLineWidth(float width) override;
+    // Sizes are the view's, the same for every measurement.
+    bool setItemPointSize(float) override { return false; }
+    bool setItemLineWidth(float) override { return false; }
     osg::BoundingBox itemBounds() const override;
 
 private:
-    osg::Geometry* addGeometry(GLenum mode, const std::vector<osg::Vec3d>& vertices);
+    void addLines(std::initializer_list<osg::Vec3d> pairs);
+    void addMarks(std::initializer_list<osg::Vec3d> marks);
     void buildDistance();
     void buildAngle();
     void buildHeight();
@@ -47,9 +61,9 @@ private:
     ObjectId id_;
     MeasurementGeometry geometry_;
     osg::ref_ptr<osg::Group> root_;
-    osg::ref_ptr<osg::Geode> geode_;
     osg::ref_ptr<osg::Geode> labelGeode_;
-    osg::ref_ptr<osg::Vec4Array> colour_;
-    osg::ref_ptr<osg::Vec4Array> patchColour_;
+    MeasurementDrawing drawing_;
+    bool visible_ = true;
+    std::function<void()> changed_;
     std::vector<osg::ref_ptr<osgText::Text>> labels_;
 };
