@@ -18,6 +18,25 @@ using namespace QELMV;
 
 namespace {
 
+// A square pyramid of half width and height 'half', standing on z = 0.
+QelTriangleMesh pyramidMesh(float half) {
+    QelVector3dArray v;
+    v.SetSize(5);
+    v[0] = QelVector3d(-half, -half, 0);
+    v[1] = QelVector3d(half, -half, 0);
+    v[2] = QelVector3d(half, half, 0);
+    v[3] = QelVector3d(-half, half, 0);
+    v[4] = QelVector3d(0, 0, half);
+    const int idx[] = {0, 1, 2, 0, 2, 3, 0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4};
+    Qel3DIntArray t;
+    t.SetSize(18);
+    std::memcpy(t.Data(), idx, sizeof idx);
+    QelTriangleMesh mesh;
+    mesh.SetVertices(v);
+    mesh.SetTriangles(t);
+    return mesh;
+}
+
 bool isId(long value) {
     return value >= 1 && value < 11000000;
 }
@@ -264,9 +283,11 @@ TEST(MeasuringAids, PicturesAtTheSevenStandardViews) {
              QelTriangleMesh mesh;
              const std::wstring file = std::wstring(real.begin(), real.end()) + L"bunny.ply";
              QelVar path(file.c_str());
+             // Without the real scans beside the project, a pyramid: it
+             // shows an area from every side, as the bunny does.
              if (!std::filesystem::exists(real) ||
                  Qel3DFileOperation().Load(&mesh, path, false, true) != 0)
-                 mesh = squareMesh(5);
+                 mesh = pyramidMesh(5);
              return QelDisplayTriangleMesh(h, mesh);
          }}};
     for (const Data& data : kinds)
