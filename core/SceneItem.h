@@ -2,6 +2,7 @@
 
 #include <osg/Array>
 #include <osg/BoundingBox>
+#include <osg/ComputeBoundsVisitor>
 #include <osg/Matrix>
 
 #include "SceneModes.h"
@@ -27,4 +28,13 @@ public:
     virtual bool setItemLineWidth(float width) = 0;
     // The bounds in world coordinates, shown or hidden (invalid while empty).
     virtual osg::BoundingBox itemBounds() const = 0;
+
+protected:
+    // The world box of a node's drawables, shown or hidden.
+    static osg::BoundingBox boundsOf(osg::Node& node) {
+        osg::ComputeBoundsVisitor bounds;
+        bounds.setNodeMaskOverride(~0u);
+        node.accept(bounds);
+        return bounds.getBoundingBox();
+    }
 };

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <osg/BlendFunc>
-#include <osg/ComputeBoundsVisitor>
 
 #include "ColorMapIndex.h"
 #include "ColourBytes.h"
@@ -248,10 +247,7 @@ bool OSGData::setItemLineWidth(float width) {
 }
 
 osg::BoundingBox OSGData::itemBounds() const {
-    osg::ComputeBoundsVisitor bounds;
-    bounds.setNodeMaskOverride(~0u);  // hidden or not
-    node()->accept(bounds);
-    return bounds.getBoundingBox();
+    return boundsOf(*node());
 }
 
 void OSGData::setMatrix(const osg::Matrix& matrix) {

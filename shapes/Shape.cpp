@@ -1,7 +1,6 @@
 #include "Shape.h"
 
 #include <osg/BlendFunc>
-#include <osg/ComputeBoundsVisitor>
 
 Shape::Shape(ObjectId id) {
     colors_->push_back(osg::Vec4(0.0f, 0.0f, 1.0f, 1.0f));
@@ -51,8 +50,5 @@ bool Shape::setItemLineWidth(float width) {
 }
 
 osg::BoundingBox Shape::itemBounds() const {
-    osg::ComputeBoundsVisitor bounds;
-    bounds.setNodeMaskOverride(~0u);  // hidden or not
-    root_->accept(bounds);
-    return bounds.getBoundingBox();
+    return boundsOf(*root_);
 }

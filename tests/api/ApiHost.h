@@ -16,8 +16,10 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QWidget>
+#include <algorithm>
 #include <cstring>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -189,21 +191,23 @@ inline QelPointCloud gridCloud(int n, float spacing, std::function<float(float, 
     return cloud;
 }
 
-inline QelTriangleMesh squareMesh(float half) {
+inline QelTriangleMesh meshOf(std::initializer_list<QelVector3d> vertices,
+                              std::initializer_list<int> triangles) {
     QelVector3dArray v;
-    v.SetSize(4);
-    v[0] = QelVector3d(-half, -half, 0);
-    v[1] = QelVector3d(half, -half, 0);
-    v[2] = QelVector3d(half, half, 0);
-    v[3] = QelVector3d(-half, half, 0);
+    for (const QelVector3d& p : vertices)
+        v.Append(p);
     Qel3DIntArray t;
-    t.SetSize(6);
-    const int idx[] = {0, 1, 2, 0, 2, 3};
-    std::memcpy(t.Data(), idx, sizeof idx);
+    t.SetSize(static_cast<int>(triangles.size()));
+    std::copy(triangles.begin(), triangles.end(), t.Data());
     QelTriangleMesh mesh;
     mesh.SetVertices(v);
     mesh.SetTriangles(t);
     return mesh;
+}
+
+inline QelTriangleMesh squareMesh(float half) {
+    return meshOf({{-half, -half, 0}, {half, -half, 0}, {half, half, 0}, {-half, half, 0}},
+                  {0, 1, 2, 0, 2, 3});
 }
 
 // Reads pixels of a 3-channel screenshot (stored blue, green, red).

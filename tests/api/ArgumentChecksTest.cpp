@@ -11,21 +11,6 @@ using namespace QELMV;
 
 namespace {
 
-QelTriangleMesh meshOf(std::vector<QelVector3d> vertices, std::vector<int> indices) {
-    QelVector3dArray v;
-    v.SetSize(static_cast<int>(vertices.size()));
-    for (size_t i = 0; i < vertices.size(); ++i)
-        v[static_cast<int>(i)] = vertices[i];
-    Qel3DIntArray t;
-    t.SetSize(static_cast<int>(indices.size()));
-    for (size_t i = 0; i < indices.size(); ++i)
-        t.Data()[i] = indices[i];
-    QelTriangleMesh mesh;
-    mesh.SetVertices(v);
-    mesh.SetTriangles(t);
-    return mesh;
-}
-
 const QelVector3d kInvalid;  // (0, 0, +FLT_MAX)
 
 }  // namespace

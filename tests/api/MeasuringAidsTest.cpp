@@ -20,21 +20,9 @@ namespace {
 
 // A square pyramid of half width and height 'half', standing on z = 0.
 QelTriangleMesh pyramidMesh(float half) {
-    QelVector3dArray v;
-    v.SetSize(5);
-    v[0] = QelVector3d(-half, -half, 0);
-    v[1] = QelVector3d(half, -half, 0);
-    v[2] = QelVector3d(half, half, 0);
-    v[3] = QelVector3d(-half, half, 0);
-    v[4] = QelVector3d(0, 0, half);
-    const int idx[] = {0, 1, 2, 0, 2, 3, 0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4};
-    Qel3DIntArray t;
-    t.SetSize(18);
-    std::memcpy(t.Data(), idx, sizeof idx);
-    QelTriangleMesh mesh;
-    mesh.SetVertices(v);
-    mesh.SetTriangles(t);
-    return mesh;
+    return meshOf(
+        {{-half, -half, 0}, {half, -half, 0}, {half, half, 0}, {-half, half, 0}, {0, 0, half}},
+        {0, 1, 2, 0, 2, 3, 0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4});
 }
 
 bool isId(long value) {
