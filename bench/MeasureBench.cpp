@@ -22,7 +22,7 @@ using bench::since;
 
 constexpr int kPoints = 1000000;
 constexpr int kMeasurements = 1000;
-constexpr int kRounds = 9;
+constexpr int kRounds = 15;
 
 double frameSeconds(GLViewer& view) {
     const Clock::time_point start = Clock::now();

@@ -12,3 +12,7 @@ osg::ref_ptr<osgText::Font> LabelFont::load() {
     if (!std::filesystem::exists(kFace, ec)) return nullptr;
     return osgText::readRefFontFile(kFace);
 }
+
+const char* LabelFont::path() {
+    return kFace;
+}

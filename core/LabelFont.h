@@ -9,4 +9,6 @@
 class LabelFont {
 public:
     static osg::ref_ptr<osgText::Font> load();
+    // The face's file, for text engines that load it themselves.
+    static const char* path();
 };

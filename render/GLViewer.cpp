@@ -82,6 +82,7 @@ void GLViewer::initializeScene() {
         root_->addChild(content_->measureGroup());
         measurementLabels_ = new MeasurementLabels(content_->measurements(), *decorations_, *clip_);
         content_->measureGroup()->addCullCallback(measurementLabels_.get());
+        content_->measureGroup()->addChild(measurementLabels_->canvas());
         light_->attachTo(content_->dataGroup());
         installEventHandlers();
     }

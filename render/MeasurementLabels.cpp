@@ -30,16 +30,8 @@ const MeasurementLabels::Extent& MeasurementLabels::extentOf(const Measurement& 
     if (it != extents_.end() && it->second.size == size) return it->second;
     Extent& extent = extents_[measurement.itemId()];
     extent = Extent{size, 0, 0};
-    for (const auto& line : measurement.labelLines()) {
-        osg::ref_ptr<osgText::Text> probe = new osgText::Text;
-        probe->setFont(const_cast<osgText::Font*>(line->getFont()));
-        probe->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
-        probe->setCharacterSize(size);
-        probe->setAlignment(line->getAlignment());
-        probe->setText(line->getText());
-        const osg::BoundingBox& box = probe->getBoundingBox();
-        extent.width = std::max(extent.width, double(box.xMax() - box.xMin()));
-    }
+    for (const std::string& line : measurement.labelLines())
+        extent.width = std::max(extent.width, canvas_.textWidth(line));
     extent.lineHeight = size * kLineStep;
     return extent;
 }
@@ -88,8 +80,13 @@ bool crosses(const osg::Vec2d& a, const osg::Vec2d& b, const MeasurementLabels::
 
 bool MeasurementLabels::layoutChanged(const osg::Camera& camera) {
     std::vector<double> key;
-    const osg::Matrixd toWindow = camera.getViewMatrix() * camera.getProjectionMatrix();
-    key.assign(toWindow.ptr(), toWindow.ptr() + 16);
+    // Where things land on the screen, not their depth: the near and far
+    // planes follow what is shown, and a label does not move with them.
+    const osg::Matrixd& view = camera.getViewMatrix();
+    key.assign(view.ptr(), view.ptr() + 16);
+    const osg::Matrixd& projection = camera.getProjectionMatrix();
+    for (int k = 0; k < 16; ++k)
+        if (k != 10 && k != 14) key.push_back(projection.ptr()[k]);
     if (const osg::Viewport* v = camera.getViewport())
         key.insert(key.end(), {v->width(), v->height()});
     key.push_back(PixelRatio::of(&camera));
@@ -97,9 +94,11 @@ bool MeasurementLabels::layoutChanged(const osg::Camera& camera) {
     key.insert(key.end(), {clip_.isOn() ? 1.0 : 0.0, plane.x(), plane.y(), plane.z(), plane.w()});
     const QelCubeAxis3d* axis = decorations_.cubeAxis();
     key.push_back(axis ? double(axis->labels().size()) : -1.0);
+    const osg::Vec4& colour = measurements_.colour();
+    key.insert(key.end(), {colour.r(), colour.g(), colour.b(), colour.a()});
     for (int i = 0; i < measurements_.count(); ++i) {
         key.push_back(double(measurements_.at(i)->itemId()));
-        key.push_back(measurements_.at(i)->node()->getNodeMask() == 0 ? 0.0 : 1.0);
+        key.push_back(measurements_.at(i)->visible() ? 1.0 : 0.0);
     }
     if (key == layoutKey_) return false;
     layoutKey_ = std::move(key);
@@ -114,11 +113,14 @@ bool MeasurementLabels::Box::overlaps(const Box& o, double margin) const {
 void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
     auto* cull = dynamic_cast<osgUtil::CullVisitor*>(visitor);
     const osg::Camera* camera = cull ? cull->getCurrentCamera() : nullptr;
-    if (camera && measurements_.count() > 0 && layoutChanged(*camera)) {
+    // Nothing to do while there is nothing to show and nothing shown.
+    const bool idle = measurements_.count() == 0 && canvas_.boxCount() == 0;
+    if (camera && !idle && layoutChanged(*camera)) {
         const ScreenProjection view(*camera);
         const double ratio = PixelRatio::of(camera);
         const float size = static_cast<float>(kLabelSize * ratio);
         const double gap = kGap * ratio, margin = kMargin * ratio;
+        canvas_.begin(view.width(), view.height(), size);
         std::vector<Box> taken;
         if (const QelCubeAxis3d* axis = decorations_.cubeAxis())
             for (const QelCubeAxis3d::Label& l : axis->labels())
@@ -126,7 +128,7 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
         // Labels keep off every measurement's lines too.
         std::vector<std::pair<osg::Vec2d, osg::Vec2d>> drawn;
         for (int i = 0; i < measurements_.count() && view.valid(); ++i) {
-            if (measurements_.at(i)->node()->getNodeMask() == 0) continue;
+            if (!measurements_.at(i)->visible()) continue;
             for (const auto& s : segmentsOf(measurements_.at(i)->geometry())) {
                 const osg::Vec3d a = view.toWindow(s.first), b = view.toWindow(s.second);
                 drawn.emplace_back(osg::Vec2d(a.x(), a.y()), osg::Vec2d(b.x(), b.y()));
@@ -135,11 +137,10 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
         boxes_.clear();
         for (int i = 0; i < measurements_.count() && view.valid(); ++i) {
             Measurement* m = measurements_.at(i);
-            if (m->node()->getNodeMask() == 0) continue;
+            if (!m->visible()) continue;
             const osg::Vec3d anchor = m->geometry().labelAnchor();
             const bool cut =
                 clip_.isOn() && osg::Vec4d(clip_.plane()) * osg::Vec4d(anchor, 1.0) < 0;
-            m->labelNode()->setNodeMask(cut ? 0u : ~0u);
             if (cut) continue;
             const Extent& extent = extentOf(*m, size);
             const auto& lines = m->labelLines();
@@ -151,7 +152,6 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
             // with no free place is left out, as the axis leaves out its own.
             const osg::Vec2d step(w + gap, h + gap);
             Box chosen{m->itemId(), 0, 0, 0, 0};
-            osg::Vec2d offset;
             bool found = false;
             for (int pass = 0; pass < 2 && !found; ++pass)
                 for (int ring = 0; ring < kRings && !found; ++ring) {
@@ -172,26 +172,23 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
                                 free = free && !crosses(l.first, l.second, box, margin);
                         if (free) {
                             chosen = box;
-                            offset = o;
                             found = true;
                             break;
                         }
                     }
                 }
-            m->labelNode()->setNodeMask(found ? ~0u : 0u);
             if (!found) continue;
             // The lines from the box's top down, each on its base line, a
             // descent above the bottom of its row.
-            for (size_t k = 0; k < lines.size(); ++k) {
-                osgText::Text* line = lines[k].get();
-                if (line->getCharacterHeight() != size) line->setCharacterSize(size);
-                const osg::Vec2d at(offset.x(), offset.y() + h - extent.lineHeight * double(k + 1) +
-                                                    kDescent * size);
-                line->setPosition(osg::Vec3(view.shifted(anchor, at)));
-            }
+            for (size_t k = 0; k < lines.size(); ++k)
+                canvas_.text(chosen.left,
+                             chosen.top - extent.lineHeight * double(k + 1) + kDescent * size,
+                             lines[k], measurements_.colour());
+            canvas_.showBox(chosen.left, chosen.bottom, chosen.right, chosen.top);
             taken.push_back(chosen);
             boxes_.push_back(chosen);
         }
+        canvas_.end();
     }
     traverse(node, visitor);
 }

@@ -5,6 +5,7 @@
 #include <osg/Vec2d>
 #include <vector>
 
+#include "LabelCanvas.h"
 #include "SceneModes.h"
 
 namespace osg {
@@ -35,14 +36,15 @@ public:
 
     void operator()(osg::Node* node, osg::NodeVisitor* visitor) override;
     const std::vector<Box>& boxes() const { return boxes_; }
+    // What draws the labels, to put in the scene after the measurements.
+    osg::Node* canvas() const { return canvas_.node(); }
 
     // Label height in logical pixels.
     static constexpr float kLabelSize = 14.0f;
 
 private:
-    // A label's width in pixels at a character size, measured once on
-    // fresh texts (a drawn one reports its box in the world), and the pitch
-    // of its lines.
+    // A label's width in pixels at a character size, measured once, and
+    // the pitch of its lines.
     struct Extent {
         float size;
         double width, lineHeight;
@@ -58,4 +60,5 @@ private:
     const ViewDecorations& decorations_;
     const ClipPlane& clip_;
     std::vector<Box> boxes_;
+    LabelCanvas canvas_;
 };

@@ -1,9 +1,7 @@
 #include "Measurement.h"
 
+#include <algorithm>
 #include <cmath>
-#include <osg/CopyOp>
-
-#include "NodeMasks.h"
 
 namespace {
 
@@ -18,11 +16,6 @@ osg::Vec3d arcPoint(const osg::Vec3d& a, const osg::Vec3d& b, const osg::Vec3d& 
     return (a * std::sin((1 - t) * theta) + b * std::sin(t * theta)) / std::sin(theta);
 }
 
-// The background a label colour is the inverse of, a little see-through.
-osg::Vec4 backdropOf(const osg::Vec4& colour) {
-    return osg::Vec4(1 - colour.r(), 1 - colour.g(), 1 - colour.b(), 0.8f);
-}
-
 // Any unit vector perpendicular to v.
 osg::Vec3d perpendicular(const osg::Vec3d& v) {
     osg::Vec3d p = v ^ (std::fabs(v.x()) < 0.9 ? osg::Vec3d(1, 0, 0) : osg::Vec3d(0, 1, 0));
@@ -32,13 +25,8 @@ osg::Vec3d perpendicular(const osg::Vec3d& v) {
 
 }  // namespace
 
-Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
-                         const osgText::Text& prototype, const osg::Vec4& colour)
-    : id_(id), geometry_(geometry), root_(new osg::Group), labelGeode_(new osg::Geode) {
-    osg::StateSet* ss = root_->getOrCreateStateSet();
-    ss->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
-    // Over the data, never hidden inside it.
-    ss->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
+Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry)
+    : id_(id), geometry_(geometry) {
     switch (geometry_.kind()) {
         case MeasureKind::Distance:
             buildDistance();
@@ -56,30 +44,9 @@ Measurement::Measurement(ObjectId id, const MeasurementGeometry& geometry,
     size_t from = 0;
     while (from <= text.size()) {
         const size_t end = std::min(text.find('\n', from), text.size());
-        osg::ref_ptr<osgText::Text> line = new osgText::Text(prototype, osg::CopyOp::SHALLOW_COPY);
-        // A shadow in the background's colour keeps the label readable over
-        // the data (an outline reads a little better but draws each glyph
-        // eight times more: 1,000 labels then cost a second a frame).
-        line->setBackdropType(osgText::Text::DROP_SHADOW_BOTTOM_RIGHT);
-        line->setBackdropColor(backdropOf(colour));
-        line->setText(text.substr(from, end - from), osgText::String::ENCODING_UTF8);
-        line->setPosition(geometry_.labelAnchor());
-        line->setAxisAlignment(osgText::Text::SCREEN);
-        line->setCharacterSizeMode(osgText::Text::SCREEN_COORDS);
-        line->setAlignment(osgText::Text::LEFT_BASE_LINE);
-        line->setColor(colour);
-        line->setUseDisplayList(false);
-        // Its bound follows the camera a frame late; the label is laid out
-        // on screen every frame and never culled by it.
-        line->setCullingActive(false);
-        line->setUseVertexArrayObject(false);
-        labelGeode_->addDrawable(line.get());
-        labels_.push_back(line);
+        labels_.push_back(text.substr(from, end - from));
         from = end + 1;
     }
-    // A label is shown whole or not at all: the clip plane does not cut it.
-    labelGeode_->getOrCreateStateSet()->setMode(GL_CLIP_PLANE0, osg::StateAttribute::OFF);
-    root_->addChild(labelGeode_.get());
 }
 
 void Measurement::buildDistance() {
@@ -114,12 +81,13 @@ void Measurement::buildHeight() {
     addMarks({p[0], p[1], p[2], p[3]});
     drawing_.dashes.push_back(osg::Vec3(p[3]));
     drawing_.dashes.push_back(osg::Vec3(foot));
-    // A square of the plane around the foot, a fifth as wide as the plane
-    // points lie apart from it: enough to show the plane's tilt.
+    // A small square of the plane around the foot, a fifth as wide as the
+    // farthest plane point lies from it: enough to show the plane's tilt,
+    // little enough that many patches cost little to fill.
     double half = 0;
     for (int i = 0; i < 3; ++i)
         half = std::max(half, (p[i] - foot).length());
-    half *= 0.2;
+    half *= 0.1;
     osg::Vec3d u = p[1] - p[0];
     u.normalize();
     const osg::Vec3d v = geometry_.normal() ^ u;
@@ -140,16 +108,8 @@ void Measurement::addMarks(std::initializer_list<osg::Vec3d> marks) {
         drawing_.marks.push_back(osg::Vec3(v));
 }
 
-void Measurement::setColour(const osg::Vec4& colour) {
-    for (const auto& line : labels_) {
-        line->setColor(colour);
-        line->setBackdropColor(backdropOf(colour));
-    }
-}
-
 void Measurement::setItemVisible(bool visible) {
     visible_ = visible;
-    root_->setNodeMask(visible ? NodeMasks::kNotPickable : 0u);
     if (changed_) changed_();
 }
 

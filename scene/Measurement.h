@@ -2,11 +2,7 @@
 
 #include <functional>
 #include <initializer_list>
-#include <osg/Geode>
-#include <osg/Geometry>
-#include <osg/Group>
-#include <osg/ref_ptr>
-#include <osgText/Text>
+#include <string>
 #include <vector>
 
 #include "MeasurementGeometry.h"
@@ -22,24 +18,18 @@ struct MeasurementDrawing {
 // One measurement in a view: a distance as a line with end marks, an angle
 // as its two legs and an arc, a height as the plane's points, a patch of
 // the plane at the foot and a dashed drop line, each with its label. Its
-// node holds the label; its lines are the set's to draw.
+// lines are the set's to draw, its label the view's to place.
 class Measurement : public SceneItem {
 public:
-    // prototype: the text the label is copied from (its font).
-    Measurement(ObjectId id, const MeasurementGeometry& geometry, const osgText::Text& prototype,
-                const osg::Vec4& colour);
+    Measurement(ObjectId id, const MeasurementGeometry& geometry);
 
     const MeasurementGeometry& geometry() const { return geometry_; }
     const MeasurementDrawing& drawing() const { return drawing_; }
     bool visible() const { return visible_; }
     // Called when the measurement is shown or hidden.
     void onChange(std::function<void()> changed) { changed_ = std::move(changed); }
-    osg::Node* node() const { return root_.get(); }
     // The label's lines, top first.
-    const std::vector<osg::ref_ptr<osgText::Text>>& labelLines() const { return labels_; }
-    // The label's own node: shown or hidden whole, never cut.
-    osg::Node* labelNode() const { return labelGeode_.get(); }
-    void setColour(const osg::Vec4& colour);
+    const std::vector<std::string>& labelLines() const { return labels_; }
 
     ObjectId itemId() const override { return id_; }
     void setItemVisible(bool visible) override;
@@ -60,10 +50,8 @@ private:
 
     ObjectId id_;
     MeasurementGeometry geometry_;
-    osg::ref_ptr<osg::Group> root_;
-    osg::ref_ptr<osg::Geode> labelGeode_;
     MeasurementDrawing drawing_;
     bool visible_ = true;
     std::function<void()> changed_;
-    std::vector<osg::ref_ptr<osgText::Text>> labels_;
+    std::vector<std::string> labels_;
 };

@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
 #include "StatusCodes.h"
 
@@ -59,11 +61,13 @@ long MeasurementGeometry::make(MeasureKind kind, const std::vector<osg::Vec3d>& 
 }
 
 std::string MeasurementGeometry::fourDigits(double v) {
-    const double magnitude = std::fabs(v);
-    int decimals = 3;
-    if (magnitude > 0) decimals = 3 - static_cast<int>(std::floor(std::log10(magnitude)));
-    decimals = decimals < 0 ? 0 : decimals > 12 ? 12 : decimals;
+    // The decimal exponent after rounding to four digits: 0.0099999998
+    // reads 0.01000, not 0.010000.
     char text[64];
+    std::snprintf(text, sizeof text, "%.3e", v);
+    const char* e = std::strchr(text, 'e');
+    int decimals = v != 0 && e ? 3 - std::atoi(e + 1) : 3;
+    decimals = decimals < 0 ? 0 : decimals > 12 ? 12 : decimals;
     std::snprintf(text, sizeof text, "%.*f", decimals, v);
     return text;
 }

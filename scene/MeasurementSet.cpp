@@ -97,7 +97,6 @@ MeasurementSet::MeasurementSet()
 
 void MeasurementSet::add(std::unique_ptr<Measurement> measurement) {
     measurement->onChange([this] { dirty_ = true; });
-    group_->addChild(measurement->node());
     measurements_.push_back(std::move(measurement));
     dirty_ = true;
 }
@@ -106,16 +105,12 @@ bool MeasurementSet::remove(ObjectId id) {
     const auto it = std::find_if(measurements_.begin(), measurements_.end(),
                                  [&](const auto& m) { return m->itemId() == id; });
     if (it == measurements_.end()) return false;
-    group_->removeChild((*it)->node());
     measurements_.erase(it);
     dirty_ = true;
     return true;
 }
 
 void MeasurementSet::clear() {
-    // Only the measurements' own nodes: a tool may draw beside them.
-    for (const auto& m : measurements_)
-        group_->removeChild(m->node());
     measurements_.clear();
     dirty_ = true;
 }
@@ -131,8 +126,6 @@ void MeasurementSet::setColour(const osg::Vec4& colour) {
     colour_->dirty();
     (*patchColour_)[0] = osg::Vec4(colour.r(), colour.g(), colour.b(), kPatchAlpha);
     patchColour_->dirty();
-    for (const auto& m : measurements_)
-        m->setColour(colour);
 }
 
 void MeasurementSet::refresh() {

@@ -11,8 +11,9 @@
 // The measurements of a view, in the order they were added, under one group
 // drawn after the data. The lines, marks, dashes and plane patches of every
 // shown measurement are drawn together, four geometries in all (a thousand
-// measurements cost four draws, not thousands); each label is its own.
-// Lines and marks keep their size in pixels and take the set's colour.
+// measurements cost four draws, not thousands); the view draws the labels.
+// Lines, marks and labels keep their size in pixels and take the set's
+// colour.
 class MeasurementSet {
 public:
     MeasurementSet();
@@ -26,6 +27,7 @@ public:
     int count() const { return static_cast<int>(measurements_.size()); }
     Measurement* at(int index) const { return measurements_.at(size_t(index)).get(); }
     void setColour(const osg::Vec4& colour);
+    const osg::Vec4& colour() const { return (*colour_)[0]; }
     // Rebuilds the shared geometries after a change (called as the group is culled).
     void refresh();
 

@@ -169,8 +169,6 @@ private:
     std::unique_ptr<ShapeManager> shapes_;
     TextOverlayManager textOverlays_;
     MeasurementSet measurements_;
-    osg::ref_ptr<osgText::Text> measureLabel_;
-    osg::Vec4 measurementColour_{1, 1, 1, 1};
     TextPrototype textPrototype_;
     QStringList infoText_;
     RenderMode defaultMode_ = RenderMode::Faces;

@@ -1,5 +1,4 @@
 // The content's measurements: added, read and removed under the scene lock.
-#include "LabelFont.h"
 #include "ObjectIdCounter.h"
 #include "SceneContent.h"
 #include "SceneLockGuard.h"
@@ -9,13 +8,7 @@ long SceneContent::addMeasurement(MeasureKind kind, const std::vector<osg::Vec3d
     MeasurementGeometry geometry;
     if (long status = MeasurementGeometry::make(kind, points, &geometry)) return status;
     const ObjectId id = ObjectIdCounter::take();
-    if (!measureLabel_) {
-        // The texts' prototype with the face of numbers, loaded once.
-        measureLabel_ = new osgText::Text(*textPrototype_.text(), osg::CopyOp::SHALLOW_COPY);
-        if (osg::ref_ptr<osgText::Font> font = LabelFont::load()) measureLabel_->setFont(font);
-    }
-    auto measurement =
-        std::make_unique<Measurement>(id, geometry, *measureLabel_, measurementColour_);
+    auto measurement = std::make_unique<Measurement>(id, geometry);
     {
         SceneLockGuard lock(lock_);
         measurements_.add(std::move(measurement));
@@ -52,6 +45,5 @@ long SceneContent::clearAllMeasurements() {
 
 void SceneContent::setMeasurementColour(const osg::Vec4& colour) {
     SceneLockGuard lock(lock_);
-    measurementColour_ = colour;
     measurements_.setColour(colour);
 }

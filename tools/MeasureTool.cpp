@@ -101,7 +101,7 @@ void MeasureTool::clickAt(float x, float y) {
     {
         SceneLockGuard lock(view_->osgWidget());
         found = PointPicker::pick(*viewer->getCamera(), *view_->root(), x, y, &hit,
-                                  clipped ? &clip : nullptr, &view_->content().registry());
+                                  clipped ? &clip : nullptr, &view_->content().registry(), true);
     }
     if (!found) return;
     points_.push_back(hit.position);

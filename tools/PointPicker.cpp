@@ -140,6 +140,29 @@ ObjectId objectOn(const osg::NodePath& path, const OSGDataManager* registry) {
     return 0;
 }
 
+// The vertex of the hit triangle nearest to the hit, when it is drawn (on
+// the kept side of the clip plane).
+void snapToVertex(const osgUtil::LineSegmentIntersector::Intersection& surface,
+                  const osg::Vec4d* clip, PickHit* hit) {
+    const osg::Geometry* geometry = surface.drawable ? surface.drawable->asGeometry() : nullptr;
+    const auto* vertices =
+        geometry ? dynamic_cast<const osg::Vec3Array*>(geometry->getVertexArray()) : nullptr;
+    if (!vertices) return;
+    const osg::Vec3d at = hit->position;
+    double best = std::numeric_limits<double>::infinity();
+    for (unsigned index : surface.indexList) {
+        if (index >= vertices->size()) continue;
+        osg::Vec3d v = osg::Vec3d((*vertices)[index]);
+        if (surface.matrix.valid()) v = v * *surface.matrix;
+        const double d = (v - at).length2();
+        if (d < best && kept(clip, v)) {
+            best = d;
+            hit->position = v;
+            hit->element = index;
+        }
+    }
+}
+
 }  // namespace
 
 PointPicker::PointPicker(GLViewer* view, QObject* parent) : QObject(parent), view_(view) {
@@ -166,7 +189,7 @@ bool PointPicker::isEnabled() const {
 }
 
 bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y, PickHit* hit,
-                       const osg::Vec4d* clip, const OSGDataManager* registry) {
+                       const osg::Vec4d* clip, const OSGDataManager* registry, bool snap) {
     if (!camera.getViewport()) return false;
     const osg::Matrixd toWindow = camera.getViewMatrix() * camera.getProjectionMatrix() *
                                   camera.getViewport()->computeWindowMatrix();
@@ -184,6 +207,7 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
         bestDepth = h.w() > 0 ? h.z() / h.w() : bestDepth;
         *hit = PickHit{objectOn(surface.nodePath, registry),
                        static_cast<long long>(surface.primitiveIndex), world};
+        if (snap) snapToVertex(surface, clip, hit);
         break;
     }
 

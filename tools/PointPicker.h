@@ -35,8 +35,12 @@ public:
     // nothing drawn is there. Parts of the scene on the negative side of
     // 'clip' (a . p + d < 0) are not drawn and not picked when clipping is
     // on. With a registry, the hit names the render object it lies on.
+    // A surface is hit where the ray meets it; with 'snap', at the vertex of
+    // the hit triangle nearest to that place (a measured sample, not a
+    // point between samples), the vertex's index then the element.
     static bool pick(osg::Camera& camera, osg::Node& scene, double x, double y, PickHit* hit,
-                     const osg::Vec4d* clip = nullptr, const OSGDataManager* registry = nullptr);
+                     const osg::Vec4d* clip = nullptr, const OSGDataManager* registry = nullptr,
+                     bool snap = false);
     // The last hit of pickAt.
     const PickHit& lastHit() const { return last_; }
 

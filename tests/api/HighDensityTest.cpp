@@ -97,6 +97,21 @@ void onPick(long long, QelVector3d& point, void* user) {
     static_cast<Picked*>(user)->points.push_back(point);
 }
 
+void onMeasure(long long, long, int, double value, void* user) {
+    static_cast<std::vector<double>*>(user)->push_back(value);
+}
+
+// A press and release at a window position, and the frames that see them.
+void clickAt(long long h, QWidget* view, const QPointF& at) {
+    mouse(view, QEvent::MouseButtonPress, at);
+    mouse(view, QEvent::MouseButtonRelease, at);
+    for (int i = 0; i < 5; ++i) {
+        pumpEvents();
+        Shot frame(h);
+    }
+    pumpEvents();
+}
+
 class HighDensity : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -238,17 +253,18 @@ TEST_F(HighDensity, AMeasurementKeepsItsLineWidthAndLabelSize) {
 }
 
 TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
-    // A grid of points, all blue but one white marker.
+    // A grid of points, all blue but a white and a red marker.
     QelPointCloud cloud = gridCloud(30, 0.5f, [](float, float) { return 0.0f; });
-    const int marker = 21 * 30 + 7;
+    const int marker = 21 * 30 + 7, second = 6 * 30 + 22;
     const long id = QelDisplayPointCloud(h, cloud);
     ASSERT_GE(id, 1);
     QelColorArray colours;
     colours.Create(cloud.Length(), 3);
     for (int i = 0; i < cloud.Length(); ++i) {
         unsigned char* c = colours.Data() + 3 * i;
-        c[0] = c[1] = i == marker ? 255 : 0;
-        c[2] = 255;
+        c[0] = i == marker || i == second ? 255 : 0;
+        c[1] = i == marker ? 255 : 0;
+        c[2] = i == second ? 0 : 255;
     }
     ASSERT_EQ(QelSetRenderColor(h, id, colours), 0);
     ASSERT_EQ(QelSet3DElementSize(h, id, 4), 0);
@@ -264,17 +280,27 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00200000L, true), 0);
     press(h, "Select point");
     QWidget* view = childOfClass(h, "MOpenglWidget");
-    mouse(view, QEvent::MouseButtonPress, at);
-    mouse(view, QEvent::MouseButtonRelease, at);
-    for (int i = 0; i < 5; ++i) {
-        pumpEvents();
-        Shot frame(h);
-    }
-    pumpEvents();
+    clickAt(h, view, at);
     ASSERT_EQ(picked.points.size(), 1u);
     EXPECT_NEAR(picked.points[0].x, cloud[marker].x, 1e-5);
     EXPECT_NEAR(picked.points[0].y, cloud[marker].y, 1e-5);
     press(h, "Select point");
+
+    // The measuring tool takes the points under the cursor the same way.
+    const Extent r =
+        extentOf(Shot(h), [](int red, int g, int b) { return red > 200 && g < 60 && b < 60; });
+    ASSERT_GT(r.count, 0);
+    std::vector<double> measured;
+    ASSERT_EQ(QelRegisterMeasureEvent(h, onMeasure, &measured), 0);
+    ASSERT_EQ(QelSet3DMeasureMode(h, 0), 0);
+    clickAt(h, view, at);
+    clickAt(h, view, QPointF(r.centreX() / ratio, r.centreY() / ratio));
+    ASSERT_EQ(QelSet3DMeasureMode(h, -1), 0);
+    ASSERT_EQ(measured.size(), 1u);
+    EXPECT_NEAR(measured[0],
+                std::hypot(cloud[marker].x - cloud[second].x, cloud[marker].y - cloud[second].y),
+                1e-5);
+    ASSERT_EQ(QelClearAll3DMeasurement(h), 0);
 
     // A lasso around the left half of the view (logical coordinates)
     // selects the points with x < 0, and only those.

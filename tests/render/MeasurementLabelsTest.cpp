@@ -69,3 +69,41 @@ TEST(MeasurementLabels, LabelsStayThroughANewDisplay) {
     ASSERT_GE(content.addPointCloud(surface(), true), 1);
     EXPECT_EQ(countUnlike(view->grabFrame(), Qt::black, 40), withLabel);
 }
+
+// The labels are drawn from one picture: every box shows its text, and
+// nothing of it falls outside the boxes.
+TEST(MeasurementLabels, EachTextIsDrawnInsideItsBox) {
+    auto view = makeView(400, 300);
+    SceneContent& content = view->content();
+    // Far apart, so that every label finds a place.
+    ASSERT_GE(content.addMeasurement(MeasureKind::Distance, {{-8, -4, 0}, {-2, -5, 0}}), 1);
+    ASSERT_GE(content.addMeasurement(MeasureKind::Angle, {{4, 4, 0}, {6, 2, 0}, {8, 4, 0}}), 1);
+    view->grabFrame();
+    const QImage shown = view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    const std::vector<MeasurementLabels::Box> boxes = view->measurementLabels()->boxes();
+    ASSERT_EQ(boxes.size(), 2u);
+    view->measurementLabels()->canvas()->setNodeMask(0u);
+    const QImage bare = view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    view->measurementLabels()->canvas()->setNodeMask(~0u);
+    keepImage(shown, "measurement-labels");
+
+    std::vector<int> inside(boxes.size(), 0);
+    int outside = 0;
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x) {
+            if (shown.pixel(x, y) == bare.pixel(x, y)) continue;
+            const double wx = x + 0.5, wy = shown.height() - y - 0.5;  // y up
+            bool found = false;
+            for (size_t k = 0; k < boxes.size(); ++k)
+                if (wx > boxes[k].left - 3 && wx < boxes[k].right + 3 && wy > boxes[k].bottom - 3 &&
+                    wy < boxes[k].top + 3) {
+                    ++inside[k];
+                    found = true;
+                }
+            outside += !found;
+        }
+    EXPECT_EQ(outside, 0);
+    // A distance's three lines of text, an angle's one.
+    EXPECT_GT(inside[0], 300);
+    EXPECT_GT(inside[1], 60);
+}

@@ -3,6 +3,7 @@
 // the view.
 #include <gtest/gtest.h>
 
+#include "MeasurementGeometry.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
 #include "Qel3DShape.h"
@@ -147,4 +148,21 @@ TEST(SceneContent, RenderObjectsMoveTheBoundsShapesAndTextsOnlyRedraw) {
     // A refused change tells nobody.
     EXPECT_NE(c.setPointSize(f.text, 3.0f), 0);
     EXPECT_EQ(data + redraw, 4);
+}
+
+// Labels give four significant digits of the value as rounded: a float
+// difference of 0.0099999998 reads 0.01000, as 0.02 does 0.02000.
+TEST(SceneContent, MeasurementLabelsRoundToFourDigits) {
+    EXPECT_EQ(MeasurementGeometry::fourDigits(0.0099999998), "0.01000");
+    EXPECT_EQ(MeasurementGeometry::fourDigits(0.02), "0.02000");
+    EXPECT_EQ(MeasurementGeometry::fourDigits(9999.6), "10000");
+    EXPECT_EQ(MeasurementGeometry::fourDigits(-123.456), "-123.5");
+    EXPECT_EQ(MeasurementGeometry::fourDigits(0.0), "0.000");
+    MeasurementGeometry g;
+    ASSERT_EQ(MeasurementGeometry::make(MeasureKind::Distance, {{0, 0, 0.02f}, {3, 4, 0.03f}}, &g),
+              0);
+    EXPECT_EQ(g.label(), "5.000\n\u0394x 3.000  \u0394y 4.000  \u0394z 0.01000\nhorizontal 5.000");
+    ASSERT_EQ(MeasurementGeometry::make(MeasureKind::Angle, {{1, 0, 0}, {0, 0, 0}, {0, 1, 0}}, &g),
+              0);
+    EXPECT_EQ(g.label(), "90.00\u00b0");
 }

@@ -13,7 +13,9 @@
 #include "MeasureTool.h"
 #include "OSGDataManager.h"
 #include "Qel3DGraphicsPrivate.h"
+#include "Qel3DIntArray.h"
 #include "QelPointCloud.h"
+#include "QelTriangleMesh.h"
 #include "QelVector3dArray.h"
 #include "RenderTestScene.h"
 
@@ -111,6 +113,30 @@ TEST_F(Measuring, ClicksMakeADistanceReportedToTheHostAndTheCameraStays) {
     EXPECT_EQ(reported[1].kind, 1);
     EXPECT_GT(reported[1].value, 80.0);
     EXPECT_LT(reported[1].value, 100.0);
+}
+
+// On a surface a click takes the vertex of the hit triangle nearest to the
+// cursor: a measured sample, not a point between samples.
+TEST_F(Measuring, OnASurfaceAClickSnapsToTheNearestVertex) {
+    QelVector3dArray corners;
+    for (const QelVector3d& c : {QelVector3d(-5, -5, 0), QelVector3d(5, -5, 0),
+                                 QelVector3d(5, 5, 2), QelVector3d(-5, 5, 0)})
+        corners.Append(c);
+    Qel3DIntArray triangles;
+    triangles.SetSize(6);
+    const int order[] = {0, 1, 2, 0, 2, 3};
+    for (int k = 0; k < 6; ++k)
+        triangles[k] = order[k];
+    QelTriangleMesh mesh;
+    mesh.SetVertices(corners);
+    ASSERT_TRUE(mesh.SetTriangles(triangles));
+    ASSERT_GE(view->content().addTriangleMesh(mesh, true), 1);
+    view->grabFrame();
+    window->startMeasuring(MeasureKind::Distance);
+    click({4, -4, 0.2});     // on the first triangle, near (5, -5, 0)
+    click({3.5, 4.2, 1.7});  // on the second, near (5, 5, 2)
+    ASSERT_EQ(reported.size(), 1u);
+    EXPECT_NEAR(reported[0].value, std::sqrt(100.0 + 4.0), 1e-6);
 }
 
 TEST_F(Measuring, EscapeDropsTheOneInProgressThenLeavesTheTool) {
