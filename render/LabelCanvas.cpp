@@ -97,7 +97,6 @@ void LabelCanvas::begin(int width, int height, float size) {
     camera_->setProjectionMatrixAsOrtho2D(0, width, 0, height);
     corners_.clear();
     texels_.clear();
-    boxes_ = 0;
 }
 
 double LabelCanvas::textWidth(const std::string& text) const {
@@ -119,16 +118,19 @@ void LabelCanvas::text(double x, double y, const std::string& line, const osg::V
     painter.drawText(at, text);
     used_ = true;
     changed_ = true;
+    const QFontMetricsF metrics(font_);
+    addQuad(x, y - metrics.descent() - shadow, x + metrics.horizontalAdvance(text) + shadow,
+            y + metrics.ascent());
 }
 
-void LabelCanvas::showBox(double left, double bottom, double right, double top) {
-    // Whole pixels, a little beyond the box (shadow, glyphs that overhang),
-    // inside the view: each quad pixel takes its own texel.
+void LabelCanvas::addQuad(double left, double bottom, double right, double top) {
+    // Whole pixels, a little beyond the text (glyphs that overhang), inside
+    // the view: each quad pixel takes its own texel.
     const double w = picture_.width(), h = picture_.height();
     const double l = std::clamp(std::floor(left) - 2, 0.0, w);
-    const double r = std::clamp(std::ceil(right) + 3, 0.0, w);
-    const double b = std::clamp(std::floor(bottom) - 3, 0.0, h);
-    const double t = std::clamp(std::ceil(top) + 2, 0.0, h);
+    const double r = std::clamp(std::ceil(right) + 2, 0.0, w);
+    const double b = std::clamp(std::floor(bottom) - 1, 0.0, h);
+    const double t = std::clamp(std::ceil(top) + 1, 0.0, h);
     const osg::Vec3 c[4] = {{float(l), float(b), 0},
                             {float(r), float(b), 0},
                             {float(r), float(t), 0},
@@ -138,7 +140,6 @@ void LabelCanvas::showBox(double left, double bottom, double right, double top) 
         // Row 0 of the image is the view's top.
         texels_.emplace_back(float(c[k].x() / w), float(1.0 - c[k].y() / h));
     }
-    ++boxes_;
 }
 
 void LabelCanvas::end() {

@@ -12,7 +12,7 @@
 
 // The labels of a view drawn as one picture: the text engine of the window
 // system paints every shown label into an image the size of the view, and
-// one geometry draws a quad over each label's box, textured from it, over
+// one geometry draws a quad over each line of text, textured from it, over
 // the scene. Hundreds of labels cost one draw, and a still view repaints
 // nothing (the image changes only with the layout).
 class LabelCanvas {
@@ -29,23 +29,23 @@ public:
     // The width in pixels a line of text takes at the current size.
     double textWidth(const std::string& text) const;
     // Paints text with its base line at (x, y), window pixels with y up, in
-    // the colour, over a drop shadow in the inverse of the colour. The box
-    // (left, bottom, right, top) is the label's and is shown whole.
+    // the colour, over a drop shadow in the inverse of the colour; a quad
+    // shows it.
     void text(double x, double y, const std::string& text, const osg::Vec4& colour);
-    void showBox(double left, double bottom, double right, double top);
     // Hands the picture over to be drawn.
     void end();
-    // How many label boxes the last picture shows.
-    int boxCount() const { return boxes_; }
+    // Whether the last picture shows any text.
+    bool empty() const { return corners_.empty(); }
 
 private:
+    void addQuad(double left, double bottom, double right, double top);
+
     QImage picture_;
     QFont font_;
     // Whether the picture holds text since it was last cleared, and since
     // it was last handed to the texture.
     bool used_ = false;
     bool changed_ = false;
-    int boxes_ = 0;
     osg::ref_ptr<osg::Camera> camera_;
     osg::ref_ptr<osg::Geometry> quads_;
     osg::ref_ptr<osg::Image> image_;

@@ -114,7 +114,7 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
     auto* cull = dynamic_cast<osgUtil::CullVisitor*>(visitor);
     const osg::Camera* camera = cull ? cull->getCurrentCamera() : nullptr;
     // Nothing to do while there is nothing to show and nothing shown.
-    const bool idle = measurements_.count() == 0 && canvas_.boxCount() == 0;
+    const bool idle = measurements_.count() == 0 && canvas_.empty();
     if (camera && !idle && layoutChanged(*camera)) {
         const ScreenProjection view(*camera);
         const double ratio = PixelRatio::of(camera);
@@ -184,7 +184,6 @@ void MeasurementLabels::operator()(osg::Node* node, osg::NodeVisitor* visitor) {
                 canvas_.text(chosen.left,
                              chosen.top - extent.lineHeight * double(k + 1) + kDescent * size,
                              lines[k], measurements_.colour());
-            canvas_.showBox(chosen.left, chosen.bottom, chosen.right, chosen.top);
             taken.push_back(chosen);
             boxes_.push_back(chosen);
         }

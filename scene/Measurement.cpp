@@ -5,8 +5,11 @@
 
 namespace {
 
-// Segments of an angle's arc.
-constexpr int kArcSegments = 32;
+// An angle's arc is a chain of segments, one for every few degrees of it
+// (a hundred pixels out, a chord then strays a sixth of a pixel), and at
+// least a few.
+constexpr double kArcStepDegrees = 6.0;
+constexpr int kMinArcSegments = 4;
 
 // p rotated from unit a towards unit b by t of their angle theta (spherical
 // interpolation); a half turn goes through 'side'.
@@ -65,11 +68,11 @@ void Measurement::buildAngle() {
     b.normalize();
     const double theta = geometry_.value() * M_PI / 180.0;
     const osg::Vec3d side = perpendicular(a);
-    // The arc as a chain of segments.
+    const int segments =
+        std::max(kMinArcSegments, int(std::ceil(geometry_.value() / kArcStepDegrees)));
     osg::Vec3d previous = p[1] + a * radius;
-    for (int i = 1; i <= kArcSegments; ++i) {
-        const osg::Vec3d next =
-            p[1] + arcPoint(a, b, side, theta, double(i) / kArcSegments) * radius;
+    for (int i = 1; i <= segments; ++i) {
+        const osg::Vec3d next = p[1] + arcPoint(a, b, side, theta, double(i) / segments) * radius;
         addLines({previous, next});
         previous = next;
     }
