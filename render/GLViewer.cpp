@@ -8,6 +8,7 @@
 
 #include "CameraController.h"
 #include "ClipPlane.h"
+#include "EyeDomeLighting.h"
 #include "LightController.h"
 #include "MeasurementLabels.h"
 #include "PointBudget.h"
@@ -36,6 +37,7 @@ GLViewer::GLViewer(QWidget* parent)
     capture_ = std::make_unique<ScreenCapture>(*this);
     budget_ = new PointBudget(*this);
     handlers_.push_back(budget_);
+    eyeDome_ = std::make_unique<EyeDomeLighting>(*this);
     followContent();
 }
 
@@ -57,6 +59,9 @@ void GLViewer::followContent() {
 GLViewer::~GLViewer() {
     // The axis holds the viewer's camera; the viewer holds the manipulator
     // and the event handlers, and the widget's teardown releases them.
+    // The eye-dome pass leaves the scene while its context still exists,
+    // which then frees its textures.
+    eyeDome_.reset();
     decorations_.reset();
     delete osgWidget_;
     osgWidget_ = nullptr;

@@ -17,6 +17,7 @@ class Viewer;
 }
 class CameraController;
 class ClipPlane;
+class EyeDomeLighting;
 class LightController;
 class MeasurementLabels;
 class PointBudget;
@@ -29,7 +30,7 @@ class ViewerManipulator;
 // The 3D view of a window: the embedded viewer widget, the root of the
 // scene and the wiring between what the view shows (its content) and how
 // it shows it (camera, light, clip plane, decorations, capture, point
-// budget). The scene is set up once, when the viewer's OpenGL side first
+// budget, eye-dome lighting). The scene is set up once, when the viewer's OpenGL side first
 // initialises.
 class GLViewer : public QWidget {
     Q_OBJECT
@@ -51,6 +52,7 @@ public:
     ViewDecorations& decorations() const { return *decorations_; }
     ScreenCapture& capture() const { return *capture_; }
     PointBudget& budget() const { return *budget_; }
+    EyeDomeLighting& eyeDome() const { return *eyeDome_; }
     // Where the measurement labels went in the last frame (null before one).
     const MeasurementLabels* measurementLabels() const { return measurementLabels_.get(); }
 
@@ -101,6 +103,7 @@ private:
     std::unique_ptr<ViewDecorations> decorations_;
     std::unique_ptr<ScreenCapture> capture_;
     osg::ref_ptr<PointBudget> budget_;
+    std::unique_ptr<EyeDomeLighting> eyeDome_;
     osg::ref_ptr<MeasurementLabels> measurementLabels_;
     std::list<osg::ref_ptr<osgGA::GUIEventHandler>> handlers_;
     QElapsedTimer streamRedrawClock_;

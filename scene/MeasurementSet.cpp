@@ -87,7 +87,8 @@ MeasurementSet::MeasurementSet()
     patches_ = makeGeometry(GL_TRIANGLES, patchColour_.get());
     osg::StateSet* patch = patches_->getOrCreateStateSet();
     patch->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA));
-    patch->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+    // In the set's own bin, after everything the eye-dome pass shades.
+    patch->setRenderBinDetails(1001, "RenderBin");
     for (osg::Geometry* g : {patches_.get(), lines_.get(), dashes_.get(), marks_.get()})
         drawn_->addDrawable(g);
     drawn_->setCullingActive(false);
