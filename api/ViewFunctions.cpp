@@ -1,8 +1,11 @@
-// Exported functions: camera, standard views, projection, light, background.
+// Exported functions: camera, standard views, projection, light, eye-dome
+// lighting, background.
 #include <cmath>
 
 #include "ArgumentChecks.h"
 #include "CameraController.h"
+#include "ExceptionStatus.h"
+#include "EyeDomeLighting.h"
 #include "GLViewer.h"
 #include "LightController.h"
 #include "ModeNumbers.h"
@@ -104,6 +107,24 @@ long QelSetLightState(long long window, bool on) {
     if (!w) return QelStatus::kUnknownWindow;
     w->setLightState(on);
     return 0;
+}
+
+long QelSetEyeDomeLighting(long long window, bool enable, double strength, double radius) try {
+    QEL_ON_GUI_THREAD_ONLY();
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    if (!enable) {
+        w->setEyeDome(false, w->viewer()->eyeDome().strength(), w->viewer()->eyeDome().radius());
+        return QelStatus::kOk;
+    }
+    if (!std::isfinite(strength) || strength <= 0) return QelStatus::argument(3);
+    if (!std::isfinite(radius) || radius < EyeDomeLighting::kMinRadius ||
+        radius > EyeDomeLighting::kMaxRadius)
+        return QelStatus::argument(4);
+    w->setEyeDome(true, strength, radius);
+    return QelStatus::kOk;
+} catch (...) {
+    return QelStatus::ofCurrentException();
 }
 
 long QelSetAxisVisible(long long window, bool visible) {

@@ -18,6 +18,9 @@ bool numbers(const QString& text, int count, double* out) {
     return true;
 }
 
+// The eye-dome lighting of --edl without a number: mild.
+constexpr double kDefaultEdlStrength = 0.4;
+
 }  // namespace
 
 const char* DemoOptions::usage() {
@@ -48,6 +51,9 @@ const char* DemoOptions::usage() {
            "                         draws the distance of two points, the angle at the\n"
            "                         second of three, or the height of the fourth above\n"
            "                         the plane of the first three\n"
+           "  --edl [STRENGTH]       eye-dome lighting: shades each point by how far its\n"
+           "                         neighbours lie in front of it (strength 0.4 without\n"
+           "                         a number; more is darker)\n"
            "  --help                 this text\n"
            "\n"
            "Exit status: 0 when the sample or at least one named file was shown; 1 for a\n"
@@ -67,6 +73,18 @@ bool DemoOptions::parse(const QStringList& args, QString* error) {
             scan = scan || a == "--scan";
             axis = axis && a != "--no-axis";
             legend = legend && a != "--no-legend";
+            continue;
+        }
+        if (a == "--edl") {
+            // The strength is optional: a number right after, when there is one.
+            bool number = false;
+            const double strength = i + 1 < args.size() ? args[i + 1].toDouble(&number) : 0.0;
+            if (number && !(std::isfinite(strength) && strength > 0)) {
+                *error = "--edl needs a positive strength";
+                return false;
+            }
+            edl = number ? strength : kDefaultEdlStrength;
+            i += number ? 1 : 0;
             continue;
         }
         if (!a.startsWith("--")) {

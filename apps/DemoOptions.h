@@ -21,6 +21,8 @@ struct DemoOptions {
     // --measure with 2, 3 or 4 points (x, y, z each): a distance, an angle
     // or a height drawn in the view.
     std::vector<double> measure;
+    // --edl [STRENGTH]: eye-dome lighting at that strength; 0 for off.
+    double edl = 0;
     bool help = false;
 
     // Fills the options from the arguments after the program name; false

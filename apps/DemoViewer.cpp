@@ -207,6 +207,7 @@ void furnish(QWidget& host, long long view, const DemoOptions& options) {
         if (failed(id))
             std::fprintf(stderr, "the measurement could not be drawn: %s\n", QelGetStatusText(id));
     }
+    if (options.edl > 0) QelSetEyeDomeLighting(view, true, options.edl, 1.4);
     if (!options.legend) return;
     for (QAction* action : host.findChildren<QAction*>())
         if (action->text() == "Show Color Bar" && !action->isChecked()) action->trigger();

@@ -111,6 +111,12 @@ QEL_GRAPHICS_API long Qel3DZoomFitWnd(long long window);
 QEL_GRAPHICS_API long QelSetAxisVisible(long long window, bool visible);
 QEL_GRAPHICS_API long QelSetGridVisible(long long window, bool visible);
 QEL_GRAPHICS_API long QelSetLightState(long long window, bool on);
+// Eye-dome lighting over the whole 3D scene; off by default. Darkens each
+// pixel by how far its neighbours at 'radius' logical pixels (0.5..8) lie in
+// front of it, more with a greater strength (> 0; 0.4 is mild); switching
+// off ignores both.
+QEL_GRAPHICS_API long QelSetEyeDomeLighting(long long window, bool enable, double strength,
+                                            double radius);
 QEL_GRAPHICS_API long QelSetLightParameter(long long window, float power, QelVector3d& direction);
 QEL_GRAPHICS_API long QelSetLightParameter(long long window, float ambient, float diffuse,
                                            float specular);

@@ -14,10 +14,10 @@
 namespace {
 
 // After the data (bin 0) and what is see-through (bin 10), before the
-// decorations (moved to bin 20 while the pass is on), the texts and the
+// decorations (moved after it while the pass is on), the texts and the
 // measurements.
 constexpr int kPassBin = 15;
-constexpr int kDecorationBin = 20;
+static_assert(kPassBin < ViewDecorations::kAfterDataBin, "the decorations stay unshaded");
 
 // Sets the pass for each frame: the radius in the frame's device pixels,
 // and half resolution while the camera moves.
@@ -60,16 +60,12 @@ void EyeDomeLighting::setEnabled(bool on, double strength, double radius) {
     strength_ = strength;
     radius_ = radius;
     if (on != on_) {
-        osg::Group* root = view_.root();
-        osg::StateSet* decorations = view_.decorations().group()->getOrCreateStateSet();
+        view_.decorations().drawAfterData(on);
         SceneLockGuard lock(view_.osgWidget());
-        if (on) {
-            root->addChild(node_.get());
-            decorations->setRenderBinDetails(kDecorationBin, "RenderBin");
-        } else {
-            root->removeChild(node_.get());
-            decorations->setRenderBinToInherit();
-        }
+        if (on)
+            view_.root()->addChild(node_.get());
+        else
+            view_.root()->removeChild(node_.get());
         on_ = on;
     }
     view_.requestRedraw();

@@ -95,7 +95,6 @@ private:
     ViewerManipulator* manipulator_ = nullptr;  // owned by the viewer once installed
     bool initialised_ = false;
     osg::ref_ptr<osg::Group> root_;
-    osg::ref_ptr<osg::Group> axisGroup_;
     std::unique_ptr<SceneContent> content_;
     std::unique_ptr<CameraController> camera_;
     std::unique_ptr<LightController> light_;

@@ -150,10 +150,29 @@ void ViewDecorations::rebuildCubeAxis() {
         if (!gridOn_) cubeAxis_->setGridVisible(false);
         if (view_.clip().isOn()) cubeAxis_->setClipPlane(view_.clip().plane());
         cubeAxis_->node()->setNodeMask(NodeMasks::kNotPickable);
+        placeInBin(cubeAxis_->node());
         view_.root()->addChild(cubeAxis_->node());
     } catch (const std::runtime_error&) {
         dropCubeAxis();  // data flat on some axis: no box to draw
     }
+}
+
+void ViewDecorations::drawAfterData(bool after) {
+    if (after == afterData_) return;
+    afterData_ = after;
+    SceneLockGuard lock(view_.osgWidget());
+    placeInBin(group_.get());
+    if (cubeAxis_) placeInBin(cubeAxis_->node());
+}
+
+void ViewDecorations::placeInBin(osg::Node* node) const {
+    // Untouched until asked: the scene's own order stays byte for byte.
+    if (!afterData_ && !node->getStateSet()) return;
+    osg::StateSet* ss = node->getOrCreateStateSet();
+    if (afterData_)
+        ss->setRenderBinDetails(kAfterDataBin, "RenderBin");
+    else
+        ss->setRenderBinToInherit();
 }
 
 void ViewDecorations::dropCubeAxis() {

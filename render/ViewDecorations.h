@@ -39,6 +39,12 @@ public:
     void setGridVisible(bool visible);
     QelCubeAxis3d* cubeAxis() const { return cubeAxis_.get(); }
 
+    // Draws the box and the axis after everything in bins below
+    // kAfterDataBin (the data, the shapes, a pass over them), or in the
+    // scene's order again.
+    static constexpr int kAfterDataBin = 20;
+    void drawAfterData(bool after);
+
     void setTextPen(const QelColor& colour, long size);
     void getTextPen(QelColor* colour, long* size) const;
 
@@ -47,6 +53,8 @@ private:
     // Builds, re-sizes or drops the cube axis for the data's bounds.
     void rebuildCubeAxis();
     void dropCubeAxis();
+    // Puts a node's drawing in the bin drawAfterData asks for.
+    void placeInBin(osg::Node* node) const;
 
     GLViewer& view_;
     osg::ref_ptr<osg::Group> group_;
@@ -54,6 +62,7 @@ private:
     bool bboxVisible_ = false;
     bool axisOn_ = false;
     bool gridOn_ = true;
+    bool afterData_ = false;
     std::unique_ptr<QelCubeAxis3d> cubeAxis_;
     QColor textPenColour_{Qt::white};
     long textPenSize_ = 12;

@@ -5,11 +5,13 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "CameraController.h"
 #include "ColorMapIndex.h"
+#include "EyeDomeLighting.h"
 #include "GLViewer.h"
 #include "LightController.h"
 #include "MeasureTool.h"
@@ -177,6 +179,16 @@ void Qel3DGraphicsPrivate::colourTableChanged() {
 void Qel3DGraphicsPrivate::setLightState(bool on) {
     action(ToolBarAction::Light)->setChecked(on);
     viewer_->light().setLightState(on);
+}
+
+void Qel3DGraphicsPrivate::setEyeDome(bool on, double strength, double radius) {
+    const QSignalBlocker quiet(action(ToolBarAction::EyeDome));
+    action(ToolBarAction::EyeDome)->setChecked(on);
+    viewer_->eyeDome().setEnabled(on, strength, radius);
+}
+
+void Qel3DGraphicsPrivate::slt_toggleEyeDome(bool on) {
+    viewer_->eyeDome().setEnabled(on);
 }
 
 void Qel3DGraphicsPrivate::slt_toggleLight() {

@@ -55,6 +55,8 @@ public:
     // Sets every render object to the mode and checks its action.
     void setElementStateForAll(RenderMode mode);
     void setLightState(bool on);
+    // Eye-dome lighting with its strength and radius (checked by the caller).
+    void setEyeDome(bool on, double strength, double radius);
     // Shows or hides the cube axis and checks "Toggle Axis" to match.
     void setAxisVisible(bool visible);
     QelColorBarDialog* colorBar() const { return colorBar_; }
@@ -92,6 +94,7 @@ public slots:
     void slt_showColorBar(bool visible);
     void slt_toggleLight();
     void slt_toggleAxis(bool visible);
+    void slt_toggleEyeDome(bool on);
     void slt_moveLight();
     void slt_cleanScene();
     void slt_displayPropertyDlg();

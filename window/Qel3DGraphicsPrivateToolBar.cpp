@@ -69,6 +69,8 @@ const ActionRow kActions[] = {
      &Self::slt_showColorBar},
     {ToolBarAction::Light, "lights.png", "Toggle Light", 0x00040000, kCheckable | kChecked,
      &Self::slt_toggleLight, nullptr},
+    {ToolBarAction::EyeDome, "edl.png", "Eye-Dome Lighting", 0x00080000, kCheckable, nullptr,
+     &Self::slt_toggleEyeDome},
     {ToolBarAction::Axis, "coord.png", "Toggle Axis", 0x02000000, kCheckable, nullptr,
      &Self::slt_toggleAxis},
     {ToolBarAction::BoundingBox, "bbox.png", "Show Bounding Box", 0x00001000, kCheckable, nullptr,

@@ -12,6 +12,7 @@ enum class ToolBarAction {
     Properties,
     ColorBar,
     Light,
+    EyeDome,
     Axis,
     BoundingBox,
     ResetView,

@@ -161,6 +161,23 @@ TEST_F(HighDensity, TheFrameHoldsTheWholeViewInDevicePixels) {
     EXPECT_NEAR(p.bottom - p.top, e.bottom - e.top, 1);
 }
 
+TEST_F(HighDensity, EyeDomeLightingRingsASilhouetteAsWideAsItsRadius) {
+    // On a white background, the pass darkens a ring around the square as
+    // wide as its radius: 2 logical pixels, 2 * ratio device pixels.
+    showSquare(h);
+    QelColor background(255, 255, 255, 255);
+    ASSERT_EQ(QelSet3DBackgroundColor(h, background), 0);
+    ASSERT_EQ(QelSetAxisVisible(h, false), 0);
+    const Extent square = extentOf(Shot(h), magenta);
+    ASSERT_EQ(QelSetEyeDomeLighting(h, true, 1.0, 2.0), 0);
+    const Shot shot(h);
+    const Extent after = extentOf(shot, magenta);
+    EXPECT_EQ(after.count, square.count) << "the square itself is flat: unshaded";
+    const int ring = shot.count([](int r, int g, int b) { return r < 128 && g < 128 && b < 128; });
+    const double perimeter = 2.0 * ((square.right - square.left) + (square.bottom - square.top));
+    EXPECT_NEAR(ring / perimeter, 2 * ratio, 0.6 * ratio);
+}
+
 TEST_F(HighDensity, PointsAndLinesKeepTheirLook) {
     // One point of size 6 logical pixels covers about (6 * ratio)^2 device
     // pixels.

@@ -44,6 +44,7 @@ TEST(WindowFurniture, ToolBarHoldsTheActionsInOrder) {
                                   "Set Point Size and Line Width",
                                   "Show Color Bar",
                                   "Toggle Light",
+                                  "Eye-Dome Lighting",
                                   "Toggle Axis",
                                   "Show Bounding Box",
                                   "|",

@@ -301,6 +301,20 @@ std::vector<Icon> icons() {
              p.drawPolygon(
                  QPolygonF({{18, 18}, {32, 24}, {26, 26}, {30, 32}, {28, 33}, {24, 28}, {20, 32}}));
          }},
+        {"edl",
+         [](QPainter& p) {
+             // A cloud of dots in two layers, the nearer one ringed in ink
+             // where it stands in front of the farther.
+             for (int i = 0; i < 4; ++i)
+                 for (int j = 0; j < 4; ++j)
+                     dot(p, QPointF(6 + 6 * i, 6 + 6 * j), 2.0, QColor(0x90, 0xca, 0xf9));
+             p.setPen(ink(2.2));
+             p.setBrush(kAccent);
+             p.drawEllipse(QPointF(23, 23), 9, 9);
+             p.setPen(Qt::NoPen);
+             p.setBrush(QColor(0xbb, 0xde, 0xfb));
+             p.drawEllipse(QPointF(20.5, 20.5), 3, 3);
+         }},
         {"measure",
          [](QPainter& p) {
              // A ruler laid across, with a dimension line and its two ends.
