@@ -176,5 +176,5 @@ void GLViewer::dataChanged() {
 
 void GLViewer::requestRedraw() {
     osgWidget_->requestRedraw();
-    osgWidget_->update();
+    osgWidget_->requestFrame();
 }

@@ -12,7 +12,18 @@
 #include "MRenderer.h"
 #include "QelLog.h"
 
-MOpenglWidget::MOpenglWidget(int flag, QWidget* parent) : QWidget(parent), flag_(flag) {
+namespace {
+
+// QEL3D_INCREMENTAL=0 draws a frame for every paint.
+bool incrementalByDefault() {
+    const QByteArray value = qgetenv("QEL3D_INCREMENTAL");
+    return value.isEmpty() || value != "0";
+}
+
+}  // namespace
+
+MOpenglWidget::MOpenglWidget(int flag, QWidget* parent)
+    : QWidget(parent), flag_(flag), incremental_(incrementalByDefault()) {
     surface_ = new ExamplePaintSurface(nullptr, QSize(1, 1));
     connect(surface_, &ExamplePaintSurface::sig_initializeGL, this, &MOpenglWidget::initializeGL);
     connect(surface_, &ExamplePaintSurface::sig_resizeGL, this, &MOpenglWidget::resizeGL);
@@ -110,16 +121,37 @@ bool MOpenglWidget::renderFrame() {
     }
 }
 
-void MOpenglWidget::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    if (!renderFrame()) {
-        painter.fillRect(rect(), Qt::black);
-        return;
+bool MOpenglWidget::overlaysCover(const QRegion& region) const {
+    const QWidget* owner = parentWidget();
+    if (!owner) return false;
+    QRegion covered;
+    for (const QObject* child : owner->children()) {
+        const auto* w = qobject_cast<const QWidget*>(child);
+        if (w && w != this && !w->isWindow() && w->isVisible())
+            covered += QRegion(w->geometry()).translated(-pos());
     }
-    QImage image = surface_->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
-    // The frame has device pixels: painted one to one, not scaled.
-    image.setDevicePixelRatio(pixelRatio());
-    painter.drawImage(QRectF(rect()), image, QRectF(image.rect()));
+    return (region - covered).isEmpty();
+}
+
+void MOpenglWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    // Only the widgets over the view changed: the scene's last frame stands.
+    const bool reuse = incremental_ && !frameWanted_ && renderer_ && !lastFrame_.isNull() &&
+                       lastFrame_.size() == deviceSize() &&
+                       lastFrame_.devicePixelRatio() == pixelRatio() &&
+                       overlaysCover(event->region());
+    if (!reuse) {
+        frameWanted_ = false;
+        if (!renderFrame()) {
+            painter.fillRect(rect(), Qt::black);
+            return;
+        }
+        lastFrame_ = surface_->grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+        // The frame has device pixels: painted one to one, not scaled.
+        lastFrame_.setDevicePixelRatio(pixelRatio());
+        ++paintedFrames_;
+    }
+    painter.drawImage(QRectF(rect()), lastFrame_, QRectF(lastFrame_.rect()));
 }
 
 void MOpenglWidget::resizeEvent(QResizeEvent*) {

@@ -10,9 +10,12 @@ namespace osgViewer {
 class Viewer;
 }
 
-// A plain widget that shows a scene-graph viewer: each paint runs one frame
-// into an offscreen framebuffer, reads it back and paints the image. There
-// is no timer; frames follow paints only. Input events go to the renderer.
+// A plain widget that shows a scene-graph viewer: a paint runs one frame
+// into an offscreen framebuffer, reads it back and paints the image. A paint
+// of only what the widgets over the view cover (a message, the colour bar,
+// the lasso's stroke changed) shows the last frame again instead: they
+// change nothing in the scene. There is no timer; frames follow paints
+// only. Input events go to the renderer.
 class MOpenglWidget : public QWidget {
     Q_OBJECT
 public:
@@ -35,6 +38,18 @@ public:
     // red, green, blue, alpha bytes. The frame's size goes to size; false
     // when nothing could be drawn.
     bool grabPixels(std::vector<unsigned char>& rgba, QSize& size);
+
+    // The scene or the camera changed: the next paint draws a new frame.
+    void requestFrame() {
+        frameWanted_ = true;
+        update();
+    }
+    // Whether paints may show the last frame again (on unless the
+    // environment sets QEL3D_INCREMENTAL=0).
+    void setIncremental(bool on) { incremental_ = on; }
+    bool isIncremental() const { return incremental_; }
+    // Frames drawn for paints (a paint that showed the last frame drew none).
+    long paintedFrames() const { return paintedFrames_; }
 
 signals:
     void initialized();
@@ -68,11 +83,18 @@ private:
     // False when the surface failed; the reason is logged.
     bool renderFrame();
     void teardownRenderer();
+    // Whether the widgets over the view cover the whole region.
+    bool overlaysCover(const QRegion& region) const;
 
     int reservedA_ = 1;
     int reservedB_ = 1;
     int flag_ = 0;
     bool firstFrame_ = true;
     bool inFrame_ = false;
+    bool incremental_ = true;
+    bool frameWanted_ = true;
+    long paintedFrames_ = 0;
+    // The last painted frame, in device pixels.
+    QImage lastFrame_;
     ExamplePaintSurface* surface_ = nullptr;
 };

@@ -8,6 +8,7 @@
 #include <map>
 #include <osgViewer/Renderer>
 
+#include "MOpenglWidget.h"
 #include "PixelRatio.h"
 #include "ScaledLineWidth.h"
 #include "ScaledPoint.h"
@@ -271,6 +272,8 @@ void MRenderer::updateParent() {
     QObject* owner = parent();
     if (auto* window = qobject_cast<QPaintDeviceWindow*>(owner))
         window->update();
+    else if (auto* view = qobject_cast<MOpenglWidget*>(owner))
+        view->requestFrame();
     else if (auto* widget = qobject_cast<QWidget*>(owner))
         widget->update();
 }
