@@ -41,12 +41,20 @@
 
 #include "BareViewer.h"
 #include "BenchTiming.h"
+#include "ChildRuns.h"
 #include "Qel3DGraphics.h"
+#include "Workloads.h"
 
 // Xlib's macros clash with Qt's: it comes last.
 #include <X11/Xlib.h>
 
 namespace {
+
+using bench::child;
+using bench::field;
+using bench::orbitEye;
+using bench::Rounds;
+using bench::workload;
 
 constexpr int kSize = 800;
 constexpr int kOrbitFrames = 20;
@@ -60,30 +68,6 @@ double peakResidentBytes() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss * 1024.0;
-}
-
-// The same points for both paths: a pseudo-random slab, or a lattice of
-// rows as a scanner delivers them (a wavy surface; the seed shifts it).
-std::vector<osg::Vec3> workload(const std::string& kind, int n, unsigned seed) {
-    std::vector<osg::Vec3> points(static_cast<size_t>(n));
-    if (kind == "lattice") {
-        const int side = static_cast<int>(std::ceil(std::sqrt(double(n))));
-        for (int i = 0; i < n; ++i) {
-            const float x = 2.f * (i / side) / side - 1.f, y = 2.f * (i % side) / side - 1.f;
-            points[size_t(i)].set(x, y, 0.1f * std::sin(6 * x + seed) * std::cos(5 * y));
-        }
-        return points;
-    }
-    std::mt19937 rng(seed);
-    std::uniform_real_distribution<float> u(-1.f, 1.f);
-    for (osg::Vec3& p : points)
-        p.set(u(rng), u(rng), 0.2f * u(rng));
-    return points;
-}
-
-osg::Vec3d orbitEye(int step) {
-    const double a = step * 0.4;
-    return osg::Vec3d(4 * std::sin(a), -4 * std::cos(a), 2.5);
 }
 
 // The floor: arrays built from the host's points, drawn by a bare viewer into
@@ -348,43 +332,6 @@ void apiMesh(int triangles) {
     std::printf("{\"kind\": \"mesh\", \"triangles\": %d, \"display_first_frame_s\": %.4f}\n",
                 2 * k * k, since(start));
 }
-
-// Runs this program with the arguments and returns its last output line.
-std::string child(const char* self, const std::string& args) {
-    const std::string command = std::string(self) + " " + args;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return {};
-    std::string last;
-    char line[1024];
-    while (std::fgets(line, sizeof line, pipe))
-        if (line[0] == '{') last = line;
-    pclose(pipe);
-    if (!last.empty() && last.back() == '\n') last.pop_back();
-    return last;
-}
-
-double field(const std::string& json, const char* name) {
-    const size_t at = json.find(std::string("\"") + name + "\": ");
-    return at == std::string::npos ? NAN : std::atof(json.c_str() + at + std::strlen(name) + 4);
-}
-
-// One path's output lines over its rounds.
-struct Rounds {
-    std::vector<std::string> lines;
-    double median(const char* name) const {
-        std::vector<double> values;
-        for (const std::string& line : lines)
-            values.push_back(field(line, name));
-        return bench::median(values);
-    }
-    std::string medians() const {
-        char text[160];
-        std::snprintf(text, sizeof text,
-                      "{\"first_s\": %.4f, \"frame_s\": %.4f, \"replace_s\": %.4f}",
-                      median("first_s"), median("frame_s"), median("replace_s"));
-        return text;
-    }
-};
 
 }  // namespace
 

@@ -95,6 +95,11 @@ inline QLabel* statusLabel(long long handle) {
     return nullptr;
 }
 
+// The status line's whole text (the label itself may show it elided).
+inline QString statusText(long long handle) {
+    return statusLabel(handle)->toolTip();
+}
+
 inline QToolBar* toolBar(long long handle) {
     return windowWidget(handle)->findChild<QToolBar*>();
 }
