@@ -60,7 +60,7 @@ void EyeDomeLighting::setEnabled(bool on, double strength, double radius) {
     strength_ = strength;
     radius_ = radius;
     if (on != on_) {
-        view_.decorations().drawAfterData(on);
+        view_.decorations().drawAfterData(ViewDecorations::AfterData::EyeDome, on);
         SceneLockGuard lock(view_.osgWidget());
         if (on)
             view_.root()->addChild(node_.get());

@@ -12,6 +12,7 @@
 #include "LightController.h"
 #include "MeasurementLabels.h"
 #include "PointBudget.h"
+#include "ProgressiveFrames.h"
 #include "QelOSGWidget.h"
 #include "SceneContent.h"
 #include "SceneLockGuard.h"
@@ -35,6 +36,7 @@ GLViewer::GLViewer(QWidget* parent)
     clip_ = std::make_unique<ClipPlane>(*this);
     decorations_ = std::make_unique<ViewDecorations>(*this);
     capture_ = std::make_unique<ScreenCapture>(*this);
+    progressive_ = std::make_unique<ProgressiveFrames>(*this);  // the budget hands frames to it
     budget_ = new PointBudget(*this);
     handlers_.push_back(budget_);
     eyeDome_ = std::make_unique<EyeDomeLighting>(*this);
@@ -62,6 +64,7 @@ GLViewer::~GLViewer() {
     // The eye-dome pass leaves the scene while its context still exists,
     // which then frees its textures.
     eyeDome_.reset();
+    progressive_.reset();
     decorations_.reset();
     delete osgWidget_;
     osgWidget_ = nullptr;
@@ -89,6 +92,7 @@ void GLViewer::initializeScene() {
         content_->measureGroup()->addCullCallback(measurementLabels_.get());
         content_->measureGroup()->addChild(measurementLabels_->canvas());
         light_->attachTo(content_->dataGroup());
+        progressive_->setEnabled(osgWidget_->isIncremental());
         installEventHandlers();
     }
 
@@ -172,9 +176,11 @@ void GLViewer::dataChanged() {
     decorations_->followData();
     content_->fitShapesToScene();
     requestRedraw();
+    progressive_->start();
 }
 
 void GLViewer::requestRedraw() {
+    progressive_->stop();
     osgWidget_->requestRedraw();
     osgWidget_->requestFrame();
 }

@@ -21,6 +21,7 @@ class EyeDomeLighting;
 class LightController;
 class MeasurementLabels;
 class PointBudget;
+class ProgressiveFrames;
 class QelOSGWidget;
 class SceneContent;
 class ScreenCapture;
@@ -53,6 +54,7 @@ public:
     ScreenCapture& capture() const { return *capture_; }
     PointBudget& budget() const { return *budget_; }
     EyeDomeLighting& eyeDome() const { return *eyeDome_; }
+    ProgressiveFrames& progressive() const { return *progressive_; }
     // Where the measurement labels went in the last frame (null before one).
     const MeasurementLabels* measurementLabels() const { return measurementLabels_.get(); }
 
@@ -103,6 +105,7 @@ private:
     std::unique_ptr<ScreenCapture> capture_;
     osg::ref_ptr<PointBudget> budget_;
     std::unique_ptr<EyeDomeLighting> eyeDome_;
+    std::unique_ptr<ProgressiveFrames> progressive_;
     osg::ref_ptr<MeasurementLabels> measurementLabels_;
     std::list<osg::ref_ptr<osgGA::GUIEventHandler>> handlers_;
     QElapsedTimer streamRedrawClock_;

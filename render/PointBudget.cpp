@@ -11,6 +11,7 @@
 #include "MRenderer.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
+#include "ProgressiveFrames.h"
 #include "QelOSGWidget.h"
 #include "SceneContent.h"
 
@@ -33,20 +34,22 @@ long budgetFromEnvironment() {
 }
 
 // Applies the budget to every render object, once a frame, before the
-// frame is culled.
+// frame is culled: a sample while the camera moves, every point for a
+// picture, and a still frame as the progressive frames go.
 class BudgetCallback : public osg::NodeCallback {
 public:
-    BudgetCallback(const PointBudget& budget, const OSGDataManager& registry)
-        : budget_(budget), registry_(registry) {}
+    BudgetCallback(const PointBudget& budget, ProgressiveFrames& frames,
+                   const OSGDataManager& registry)
+        : budget_(budget), frames_(frames), registry_(registry) {}
     void operator()(osg::Node* node, osg::NodeVisitor* visitor) override {
-        const unsigned int budget = budget_.effectiveBudget();
-        for (int i = 0; i < registry_.count(); ++i)
-            registry_.at(i)->setDrawBudget(budget);
+        frames_.beginFrame(registry_, budget_.effectiveBudget(),
+                           budget_.isMoving() || budget_.isFullFrame());
         traverse(node, visitor);
     }
 
 private:
     const PointBudget& budget_;
+    ProgressiveFrames& frames_;
     const OSGDataManager& registry_;
 };
 
@@ -57,7 +60,8 @@ PointBudget::PointBudget(GLViewer& view) : view_(view), budget_(budgetFromEnviro
     settle_.setInterval(kWheelSettleMs);
     QObject::connect(&settle_, &QTimer::timeout, [this] { setMoving(false); });
     SceneContent& content = view.content();
-    content.dataGroup()->setUpdateCallback(new BudgetCallback(*this, content.registry()));
+    content.dataGroup()->setUpdateCallback(
+        new BudgetCallback(*this, view.progressive(), content.registry()));
 }
 
 bool PointBudget::handle(const osgGA::GUIEventAdapter& ea, osgGA::GUIActionAdapter&) {
@@ -91,6 +95,8 @@ void PointBudget::setMoving(bool moving) {
     // The settle frame, with every point: a release arrives inside a frame,
     // which then draws every point itself; the wheel's pause needs one.
     if (!moving && !view_.osgWidget()->frameInProgress()) view_.requestRedraw();
+    // A still view fills in from a sample.
+    if (!moving) view_.progressive().start();
 }
 
 void PointBudget::setBudget(long budget) {

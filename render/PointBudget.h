@@ -26,6 +26,7 @@ public:
     bool isMoving() const { return moving_; }
     // While set (a frame for a picture), every point counts.
     void setFullFrame(bool on) { fullFrame_ = on; }
+    bool isFullFrame() const { return fullFrame_; }
     // The budget for the frame being drawn (0: every point), divided by the
     // view's device pixel ratio.
     unsigned int effectiveBudget() const;

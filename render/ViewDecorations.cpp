@@ -157,7 +157,10 @@ void ViewDecorations::rebuildCubeAxis() {
     }
 }
 
-void ViewDecorations::drawAfterData(bool after) {
+void ViewDecorations::drawAfterData(AfterData reason, bool on) {
+    const unsigned int bit = static_cast<unsigned int>(reason);
+    afterDataReasons_ = on ? (afterDataReasons_ | bit) : (afterDataReasons_ & ~bit);
+    const bool after = afterDataReasons_ != 0;
     if (after == afterData_) return;
     afterData_ = after;
     SceneLockGuard lock(view_.osgWidget());

@@ -40,10 +40,11 @@ public:
     QelCubeAxis3d* cubeAxis() const { return cubeAxis_.get(); }
 
     // Draws the box and the axis after everything in bins below
-    // kAfterDataBin (the data, the shapes, a pass over them), or in the
-    // scene's order again.
+    // kAfterDataBin (the data, the shapes, a pass over them) while any of
+    // the reasons asks for it; in the scene's order again when none does.
     static constexpr int kAfterDataBin = 20;
-    void drawAfterData(bool after);
+    enum class AfterData { EyeDome = 1, KeptFrame = 2 };
+    void drawAfterData(AfterData reason, bool after);
 
     void setTextPen(const QelColor& colour, long size);
     void getTextPen(QelColor* colour, long* size) const;
@@ -63,6 +64,7 @@ private:
     bool axisOn_ = false;
     bool gridOn_ = true;
     bool afterData_ = false;
+    unsigned int afterDataReasons_ = 0;
     std::unique_ptr<QelCubeAxis3d> cubeAxis_;
     QColor textPenColour_{Qt::white};
     long textPenSize_ = 12;

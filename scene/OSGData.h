@@ -54,6 +54,12 @@ public:
     void markHostColoured() { hostColoured_ = true; }
     // While the camera moves, draw at most 'budget' points (0: all).
     virtual void setDrawBudget(unsigned int) {}
+    // How many slices a progressive picture of the object takes with this
+    // budget (1: drawn whole at once); slices [from, to) are drawn next.
+    virtual unsigned int sliceCount(unsigned int) const { return 1; }
+    virtual void setDrawSlices(unsigned int, unsigned int, unsigned int) {}
+    // Points the object draws now, where it counts them (0 elsewhere).
+    virtual unsigned int drawnCount() const { return 0; }
     virtual ObjectId id() const { return id_; }
     virtual double minZ() const { return minZ_; }
     virtual double maxZ() const { return maxZ_; }

@@ -170,21 +170,34 @@ void OSGPointCloud::setUseHeightColours(bool on) {
     applyDefaultColours();
 }
 
-void OSGPointCloud::setDrawBudget(unsigned int budget) {
+unsigned int OSGPointCloud::sliceCount(unsigned int budget) const {
     const size_t n = vertices_->size();
-    const unsigned int wanted = budget > 0 && n > budget ? budget : 0;
-    if (wanted == budget_ || geometry_->getNumPrimitiveSets() == 0) return;
-    if (budget_ == 0) allPoints_ = geometry_->getPrimitiveSet(0);
-    budget_ = wanted;
-    if (wanted == 0) {
+    return budget > 0 && n > budget ? static_cast<unsigned int>((n + budget - 1) / budget) : 1u;
+}
+
+void OSGPointCloud::setDrawBudget(unsigned int budget) {
+    setDrawSlices(sliceCount(budget), 0, 1);
+}
+
+void OSGPointCloud::setDrawSlices(unsigned int slices, unsigned int from, unsigned int to) {
+    const bool all = slices <= 1 || (from == 0 && to >= slices);
+    if (all) slices = from = to = 0;
+    if ((slices == slices_ && from == from_ && to == to_) || geometry_->getNumPrimitiveSets() == 0)
+        return;
+    if (slices_ == 0) allPoints_ = geometry_->getPrimitiveSet(0);
+    slices_ = slices;
+    from_ = from;
+    to_ = to;
+    if (all) {
         geometry_->setPrimitiveSet(0, allPoints_.get());
         return;
     }
-    const size_t step = (n + wanted - 1) / wanted;
+    const size_t n = vertices_->size();
     sample_ = new osg::DrawElementsUInt(GL_POINTS);
-    sample_->reserve(n / step + 1);
-    for (size_t i = 0; i < n; i += step)
-        sample_->push_back(static_cast<unsigned int>(i));
+    sample_->reserve((n / slices + 1) * (to - from));
+    for (size_t base = 0; base < n; base += slices)
+        for (size_t i = base + from; i < base + to && i < n; ++i)
+            sample_->push_back(static_cast<unsigned int>(i));
     geometry_->setPrimitiveSet(0, sample_.get());
 }
 

@@ -42,8 +42,12 @@ public:
     // Over budget, draws every k-th point (k = points / budget rounded up):
     // an even sample of a scan's rows or of a cloud in any order.
     void setDrawBudget(unsigned int budget) override;
+    // Slice j of k holds the points i with i mod k = j: each an even sample,
+    // and any run of slices from the first one too. k = points / budget.
+    unsigned int sliceCount(unsigned int budget) const override;
+    void setDrawSlices(unsigned int slices, unsigned int from, unsigned int to) override;
     // Points drawn now.
-    unsigned int drawnCount() const;
+    unsigned int drawnCount() const override;
 
     // 0 plain points, anything else lit sphere sprites.
     void setPointRenderMode(PointRenderMode mode);
@@ -61,6 +65,7 @@ private:
     std::unique_ptr<ShaderPointSprite> spriteShader_;
     osg::ref_ptr<osg::PrimitiveSet> allPoints_;
     osg::ref_ptr<osg::DrawElementsUInt> sample_;
-    unsigned int budget_ = 0;
+    // What is drawn: slices [from_, to_) of slices_ (all when slices_ is 0).
+    unsigned int slices_ = 0, from_ = 0, to_ = 0;
     PointRenderMode pointRenderMode_ = PointRenderMode::Plain;
 };

@@ -1,6 +1,7 @@
 // The point budget while the camera moves: a drag or the wheel draws an
 // even sample of a large cloud, the release (or the pause after the wheel)
-// draws every point, and screenshots and picking always see every point.
+// draws every point (here in one frame: progressive frames are off), and
+// screenshots and picking always see every point.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -15,6 +16,7 @@
 #include "OSGPointCloud.h"
 #include "OutlineSelection.h"
 #include "PointPicker.h"
+#include "ProgressiveFrames.h"
 #include "QelPointCloud.h"
 #include "QelVector3dArray.h"
 #include "RenderTestScene.h"
@@ -63,6 +65,7 @@ int lit(const QImage& image) {
 
 TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     auto view = makeView(300, 300);
+    view->progressive().setEnabled(false);
     view->budget().setBudget(5000);
     const long id = view->content().addPointCloud(dense());
     ASSERT_GE(id, 1);
@@ -127,6 +130,7 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
 
 TEST(PointBudget, TheWheelSettlesOnceAfterItsLastStep) {
     auto view = makeView(300, 300);
+    view->progressive().setEnabled(false);
     view->budget().setBudget(5000);
     const long id = view->content().addPointCloud(dense());
     auto* cloud = static_cast<OSGPointCloud*>(view->content().registry().find(int(id)));

@@ -1,0 +1,183 @@
+#include "ProgressiveFrames.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+#include <osgGA/CameraManipulator>
+#include <osgViewer/Viewer>
+
+#include "GLViewer.h"
+#include "OSGData.h"
+#include "OSGDataManager.h"
+#include "PointBudget.h"
+#include "QelOSGWidget.h"
+#include "SceneContent.h"
+#include "SceneLockGuard.h"
+#include "ViewDecorations.h"
+
+namespace {
+
+// Lets through only the render objects the frame draws.
+class Gate : public osg::NodeCallback {
+public:
+    explicit Gate(const ProgressiveFrames& frames) : frames_(frames) {}
+    void operator()(osg::Node* node, osg::NodeVisitor* visitor) override {
+        osg::Group* group = node->asGroup();
+        if (!group) {
+            traverse(node, visitor);
+            return;
+        }
+        for (unsigned int i = 0; i < group->getNumChildren(); ++i)
+            if (frames_.drawsNow(group->getChild(i))) group->getChild(i)->accept(*visitor);
+    }
+
+private:
+    const ProgressiveFrames& frames_;
+};
+
+}  // namespace
+
+ProgressiveFrames::ProgressiveFrames(GLViewer& view) : view_(view), gate_(new Gate(*this)) {
+    kept_.onKept([this] { remember(); });
+}
+
+ProgressiveFrames::~ProgressiveFrames() {
+    setEnabled(false);
+}
+
+void ProgressiveFrames::setEnabled(bool on) {
+    if (on == enabled_) return;
+    // The steps hang beside the render objects; their bins order them.
+    osg::Group* data = view_.content().dataGroup();
+    osg::Group* objects = view_.content().registry().group();
+    view_.decorations().drawAfterData(ViewDecorations::AfterData::KeptFrame, on);
+    SceneLockGuard lock(view_.osgWidget());
+    if (on) {
+        data->addChild(kept_.snapshotNode());
+        data->addChild(kept_.restoreNode());
+        objects->addCullCallback(gate_.get());
+    } else {
+        data->removeChild(kept_.snapshotNode());
+        data->removeChild(kept_.restoreNode());
+        objects->removeCullCallback(gate_.get());
+    }
+    enabled_ = on;
+    stop();
+}
+
+void ProgressiveFrames::stop() {
+    startPending_ = false;
+    refining_ = false;
+}
+
+bool ProgressiveFrames::drawsNow(const osg::Node* node) const {
+    return !kept_.isRestoring() || drawing_.count(node) > 0;
+}
+
+bool ProgressiveFrames::sameView() const {
+    osgViewer::Viewer* viewer = view_.osgWidget()->viewer();
+    if (!viewer || !viewer->getCamera()->getViewport()) return false;
+    const osg::Camera* camera = viewer->getCamera();
+    const osg::Viewport* v = camera->getViewport();
+    // The manipulator sets the view after this point of the frame: what it
+    // will set counts.
+    const osgGA::CameraManipulator* m = viewer->getCameraManipulator();
+    const osg::Matrixd view = m ? m->getInverseMatrix() : camera->getViewMatrix();
+    return view == viewMatrix_ && camera->getProjectionMatrix() == projection_ &&
+           v->x() == viewport_[0] && v->y() == viewport_[1] && v->width() == viewport_[2] &&
+           v->height() == viewport_[3];
+}
+
+void ProgressiveFrames::remember() {
+    osg::Camera* camera = view_.osgWidget()->viewer()->getCamera();
+    viewMatrix_ = camera->getViewMatrix();
+    projection_ = camera->getProjectionMatrix();
+    const osg::Viewport* v = camera->getViewport();
+    viewport_[0] = v ? v->x() : 0;
+    viewport_[1] = v ? v->y() : 0;
+    viewport_[2] = v ? v->width() : 0;
+    viewport_[3] = v ? v->height() : 0;
+}
+
+void ProgressiveFrames::wholeFrame(const OSGDataManager& registry, unsigned int budget) {
+    for (int i = 0; i < registry.count(); ++i)
+        registry.at(i)->setDrawBudget(budget);
+    kept_.setRestoring(false);
+    drawing_.clear();
+}
+
+void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int budget,
+                                   bool whole) {
+    osgViewer::Viewer* viewer = view_.osgWidget()->viewer();
+    osg::Camera* camera = viewer ? viewer->getCamera() : nullptr;
+    if (camera)
+        camera->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
+    // Shapes blend over what lies behind them: a picture that grows behind
+    // them would not be the whole frame's.
+    const bool possible =
+        enabled_ && camera && !whole && view_.content().shapeGroup()->getNumChildren() == 0;
+    if (!possible) {
+        if (whole || !enabled_) stop();
+        wholeFrame(registry, budget);
+        return;
+    }
+    if (refining_ && !sameView()) startPending_ = true;  // the camera moved: start over
+    if (startPending_) {
+        startPending_ = false;
+        progress_.clear();
+        const unsigned int sample =
+            view_.budget().budget() > 0 ? unsigned(view_.budget().budget()) : 0;
+        for (int i = 0; i < registry.count(); ++i) {
+            OSGData* object = registry.at(i);
+            const unsigned int slices = object->sliceCount(sample);
+            if (slices > 1 && object->node()->getNodeMask() != 0) {
+                progress_[object->id()] = Progress{slices, 1, object->node()};
+                object->setDrawSlices(slices, 0, 1);
+            } else {
+                object->setDrawBudget(0);
+            }
+        }
+        kept_.setRestoring(false);
+        drawing_.clear();
+        refining_ = !progress_.empty();
+        slicesPerFrame_ = 1;
+        clock_.start();
+    } else if (refining_) {
+        // Go on from the kept picture: the next slices of the clouds that
+        // are not complete, as many as the last frame's time allows, at the
+        // kept picture's depth range.
+        const double lastMs = clock_.isValid() ? double(clock_.restart()) : kFrameMs;
+        if (lastMs < kFrameMs / 2)
+            slicesPerFrame_ *= 2;
+        else if (lastMs > kFrameMs * 1.5 && slicesPerFrame_ > 1)
+            slicesPerFrame_ /= 2;
+        camera->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
+        kept_.setRestoring(true);
+        drawing_.clear();
+        bool complete = true;
+        for (int i = 0; i < registry.count(); ++i) {
+            OSGData* object = registry.at(i);
+            auto it = progress_.find(object->id());
+            if (it == progress_.end() || it->second.done >= it->second.slices) continue;
+            Progress& p = it->second;
+            const unsigned int to = std::min(p.slices, p.done + slicesPerFrame_);
+            object->setDrawSlices(p.slices, p.done, to);
+            addedPoints_ += long(object->drawnCount());
+            p.done = to;
+            drawing_.insert(object->node());
+            complete = complete && p.done >= p.slices;
+        }
+        ++refineFrames_;
+        refining_ = !complete;
+    } else {
+        wholeFrame(registry, budget);
+        return;
+    }
+    // The next slices follow once this frame is on the screen.
+    if (refining_) {
+        QPointer<QelOSGWidget> widget = view_.osgWidget();
+        QTimer::singleShot(0, widget, [widget] {
+            if (widget) widget->requestFrame();
+        });
+    }
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <map>
+#include <osg/Matrixd>
+#include <osg/NodeCallback>
+#include <set>
+
+#include "KeptFrame.h"
+#include "SceneModes.h"
+
+class GLViewer;
+class OSGDataManager;
+
+// Progressive still frames: after new data or when the camera stops, the
+// first frame draws every cloud over the point budget as an even sample
+// (its first slice) and keeps the picture; each later frame starts from the
+// kept picture and adds the next slices of those clouds only, as many as fit
+// in about kFrameMs, until every point is drawn. Every run of slices from
+// the first is an even sample, and each frame adds to the last, so the
+// picture fills in without flicker. Any other change, a camera move, a new
+// size, a screenshot or shapes in the view draw whole frames as before.
+class ProgressiveFrames {
+public:
+    static constexpr double kFrameMs = 100.0;
+
+    explicit ProgressiveFrames(GLViewer& view);
+    ~ProgressiveFrames();
+
+    void setEnabled(bool on);
+    bool isEnabled() const { return enabled_; }
+    // The next frame starts a progressive picture.
+    void start() { startPending_ = true; }
+    // The next frame is drawn whole, every point.
+    void stop();
+    bool isRefining() const { return refining_; }
+
+    // Once a frame before it is culled: how each render object draws.
+    void beginFrame(const OSGDataManager& registry, unsigned int budget, bool whole);
+    // Whether the frame being culled draws this render object's node.
+    bool drawsNow(const osg::Node* node) const;
+    // Frames that went on from the kept picture, and the points of slices
+    // they added (for checks).
+    long refineFrames() const { return refineFrames_; }
+    long addedPoints() const { return addedPoints_; }
+
+private:
+    struct Progress {
+        unsigned int slices, done;
+        const osg::Node* node;
+    };
+    // Every render object whole; the kept picture is not restored.
+    void wholeFrame(const OSGDataManager& registry, unsigned int budget);
+    bool sameView() const;
+    void remember();
+
+    GLViewer& view_;
+    KeptFrame kept_;
+    osg::ref_ptr<osg::NodeCallback> gate_;
+    bool enabled_ = false;
+    bool refining_ = false;
+    bool startPending_ = false;
+    std::map<ObjectId, Progress> progress_;
+    std::set<const osg::Node*> drawing_;
+    unsigned int slicesPerFrame_ = 1;
+    QElapsedTimer clock_;
+    osg::Matrixd viewMatrix_, projection_;
+    double viewport_[4] = {0, 0, 0, 0};
+    long refineFrames_ = 0;
+    long addedPoints_ = 0;
+};

@@ -1,0 +1,132 @@
+// Progressive still frames: after new data a large cloud shows its first
+// slice at once and fills in frame by frame, never losing a pixel it lit,
+// to the picture a whole frame draws; a camera move starts over, a
+// screenshot is always complete, and the switch turns it off.
+#include <gtest/gtest.h>
+
+#include "CameraController.h"
+#include "OSGDataManager.h"
+#include "OSGPointCloud.h"
+#include "PointBudget.h"
+#include "ProgressiveFrames.h"
+#include "QelPointCloud.h"
+#include "QelVector3dArray.h"
+#include "RenderTestScene.h"
+
+namespace {
+
+constexpr int kSide = 200;      // 40,000 points
+constexpr long kBudget = 5000;  // 8 slices
+
+// A wavy sheet of points, coloured by height.
+QelPointCloud sheet() {
+    QelVector3dArray points(kSide * kSide);
+    for (int i = 0; i < kSide; ++i)
+        for (int j = 0; j < kSide; ++j)
+            points[i * kSide + j] =
+                QelVector3d(-5 + 0.05f * i, -5 + 0.05f * j, 0.5f * std::sin(0.1f * float(i + j)));
+    QelPointCloud cloud;
+    cloud.SetPoints(points);
+    return cloud;
+}
+
+// A frame as painting draws it.
+QImage paint(GLViewer& view) {
+    return view.osgWidget()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+int lit(const QImage& image) {
+    return countUnlike(image, Qt::black, 0);
+}
+
+int differing(const QImage& a, const QImage& b) {
+    int n = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            n += a.pixel(x, y) != b.pixel(x, y);
+    return n;
+}
+
+struct Shown {
+    std::unique_ptr<GLViewer> view;
+    OSGPointCloud* cloud = nullptr;
+};
+
+Shown showSheet(int width, int height) {
+    Shown s{makeView(width, height, 25.0)};
+    s.view->budget().setBudget(kBudget);
+    const long id = s.view->content().addPointCloud(sheet());
+    s.cloud = static_cast<OSGPointCloud*>(s.view->content().registry().find(int(id)));
+    return s;
+}
+
+}  // namespace
+
+TEST(ProgressiveFrames, ASampleAtOnceThenEveryFrameAddsToTheLastUntilTheWholeFrame) {
+    for (const QSize size : {QSize(240, 200), QSize(320, 320)})
+        for (const StandardView standard : {StandardView::Oblique, StandardView::Top}) {
+            SCOPED_TRACE(size.width());
+            Shown s = showSheet(size.width(), size.height());
+            s.view->camera().moveToView(standard);
+            s.view->camera().zoomFit();
+            s.view->progressive().start();
+            QImage frame = paint(*s.view);
+            EXPECT_LE(s.cloud->drawnCount(), unsigned(kBudget)) << "the first frame: a sample";
+            EXPECT_TRUE(s.view->progressive().isRefining());
+            int frames = 1;
+            while (s.view->progressive().isRefining() && frames < 20) {
+                const QImage next = paint(*s.view);
+                ++frames;
+                // Nothing lit before goes dark.
+                int lost = 0;
+                for (int y = 0; y < next.height(); ++y)
+                    for (int x = 0; x < next.width(); ++x)
+                        lost += (frame.pixel(x, y) & 0xffffff) != 0 &&
+                                (next.pixel(x, y) & 0xffffff) == 0;
+                EXPECT_EQ(lost, 0) << "frame " << frames;
+                EXPECT_GE(lit(next), lit(frame));
+                frame = next;
+            }
+            EXPECT_FALSE(s.view->progressive().isRefining());
+            EXPECT_GT(frames, 2);
+            const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+            keepImage(frame, "progressive-refined");
+            EXPECT_LE(differing(frame, whole), frame.width() * frame.height() / 1000)
+                << "points of equal depth in another order at most";
+        }
+}
+
+TEST(ProgressiveFrames, ACameraMoveStartsOverAScreenshotIsComplete) {
+    Shown s = showSheet(260, 220);
+    s.view->progressive().start();
+    paint(*s.view);
+    paint(*s.view);
+    ASSERT_TRUE(s.view->progressive().isRefining());
+    const long refined = s.view->progressive().refineFrames();
+    // A screenshot in the middle is the complete picture, and so are the
+    // frames after it.
+    const QImage complete = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_FALSE(s.view->progressive().isRefining());
+    EXPECT_EQ(s.cloud->drawnCount(), unsigned(kSide * kSide));
+    EXPECT_LE(differing(paint(*s.view), complete), complete.width() * complete.height() / 1000);
+
+    // The camera moves: the next still frame starts from a sample again.
+    s.view->progressive().start();
+    paint(*s.view);
+    s.view->camera().moveToView(StandardView::Front);
+    s.view->progressive().start();
+    paint(*s.view);
+    EXPECT_LE(s.cloud->drawnCount(), unsigned(kBudget));
+    EXPECT_TRUE(s.view->progressive().isRefining());
+    paint(*s.view);
+    EXPECT_GT(s.view->progressive().refineFrames(), refined);
+}
+
+TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {
+    Shown s = showSheet(200, 200);
+    s.view->progressive().setEnabled(false);
+    s.view->progressive().start();
+    paint(*s.view);
+    EXPECT_EQ(s.cloud->drawnCount(), unsigned(kSide * kSide));
+    EXPECT_FALSE(s.view->progressive().isRefining());
+}
