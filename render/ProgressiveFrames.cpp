@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 #include <osgGA/CameraManipulator>
 #include <osgViewer/Viewer>
 
@@ -146,11 +147,11 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         // Go on from the kept picture: the next slices of the clouds that
         // are not complete, as many as the last frame's time allows, at the
         // kept picture's depth range.
-        const double lastMs = clock_.isValid() ? double(clock_.restart()) : kFrameMs;
-        if (lastMs < kFrameMs / 2)
-            slicesPerFrame_ *= 2;
-        else if (lastMs > kFrameMs * 1.5 && slicesPerFrame_ > 1)
-            slicesPerFrame_ /= 2;
+        // As many slices as the last frame's pace fits in kFrameMs, at most
+        // twice as many as before.
+        const double lastMs = std::max(1.0, double(clock_.restart()));
+        const double fits = std::round(slicesPerFrame_ * kFrameMs / lastMs);
+        slicesPerFrame_ = unsigned(std::clamp(fits, 1.0, 2.0 * slicesPerFrame_));
         camera->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
         kept_.setRestoring(true);
         drawing_.clear();
