@@ -160,7 +160,7 @@ void GLViewer::requestStreamRedraw() {
     constexpr int kIntervalMs = 100;
     if (!streamRedrawClock_.isValid() || streamRedrawClock_.elapsed() >= kIntervalMs) {
         streamRedrawClock_.start();
-        dataChanged();
+        streamGrew();
         return;
     }
     if (streamRedrawPending_) return;
@@ -168,8 +168,17 @@ void GLViewer::requestStreamRedraw() {
     QTimer::singleShot(kIntervalMs - int(streamRedrawClock_.elapsed()), this, [this] {
         streamRedrawPending_ = false;
         streamRedrawClock_.start();
-        dataChanged();
+        streamGrew();
     });
+}
+
+void GLViewer::streamGrew() {
+    decorations_->followData();
+    content_->fitShapesToScene();
+    // Only the new bands, when the kept picture allows.
+    progressive_->streamGrew();
+    osgWidget_->requestRedraw();
+    osgWidget_->requestFrame();
 }
 
 void GLViewer::dataChanged() {

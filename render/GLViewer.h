@@ -91,6 +91,9 @@ private:
     void followContent();
     // Streams redraw at most every 100 ms.
     void requestStreamRedraw();
+    // A stream's new bands: what follows the data follows, and the next
+    // frame draws them.
+    void streamGrew();
     void installEventHandlers();
 
     QelOSGWidget* osgWidget_ = nullptr;

@@ -6,10 +6,12 @@
 #include <cmath>
 #include <osgGA/CameraManipulator>
 #include <osgViewer/Viewer>
+#include <vector>
 
 #include "GLViewer.h"
 #include "OSGData.h"
 #include "OSGDataManager.h"
+#include "OSGDataStream.h"
 #include "PointBudget.h"
 #include "QelOSGWidget.h"
 #include "SceneContent.h"
@@ -69,6 +71,7 @@ void ProgressiveFrames::setEnabled(bool on) {
 void ProgressiveFrames::stop() {
     startPending_ = false;
     refining_ = false;
+    wholeWanted_ = true;
 }
 
 bool ProgressiveFrames::drawsNow(const osg::Node* node) const {
@@ -101,10 +104,48 @@ void ProgressiveFrames::remember() {
 }
 
 void ProgressiveFrames::wholeFrame(const OSGDataManager& registry, unsigned int budget) {
-    for (int i = 0; i < registry.count(); ++i)
+    for (int i = 0; i < registry.count(); ++i) {
         registry.at(i)->setDrawBudget(budget);
+        if (auto* stream = dynamic_cast<OSGDataStream*>(registry.at(i))) stream->drawWhole();
+    }
     kept_.setRestoring(false);
     drawing_.clear();
+    wholeWanted_ = false;
+    appendPending_ = false;
+}
+
+bool ProgressiveFrames::appendFrame(const OSGDataManager& registry) {
+    if (wholeWanted_ || !appendPending_ || refining_ || startPending_ || !sameView()) return false;
+    // The new bands must lie within the kept picture's depth range, or the
+    // whole frame would have another one.
+    double left, right, bottom, top, zNear, zFar;
+    const bool ortho = projection_(3, 3) != 0.0;
+    if (!(ortho ? projection_.getOrtho(left, right, bottom, top, zNear, zFar)
+                : projection_.getFrustum(left, right, bottom, top, zNear, zFar)))
+        return false;
+    std::vector<OSGDataStream*> streams;
+    for (int i = 0; i < registry.count(); ++i) {
+        auto* stream = dynamic_cast<OSGDataStream*>(registry.at(i));
+        if (!stream || !stream->hasTail() || stream->node()->getNodeMask() == 0) continue;
+        const osg::BoundingBox box = stream->tailBounds();
+        for (int c = 0; c < 8; ++c) {
+            const double depth = -(osg::Vec3d(box.corner(c)) * viewMatrix_).z();
+            if (!(depth >= zNear && depth <= zFar)) return false;
+        }
+        streams.push_back(stream);
+    }
+    if (streams.empty()) return false;
+    view_.osgWidget()->viewer()->getCamera()->setComputeNearFarMode(
+        osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
+    kept_.setRestoring(true);
+    drawing_.clear();
+    for (OSGDataStream* stream : streams) {
+        stream->drawTail();
+        drawing_.insert(stream->node());
+    }
+    appendPending_ = false;
+    ++appendFrames_;
+    return true;
 }
 
 void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int budget,
@@ -122,6 +163,9 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         wholeFrame(registry, budget);
         return;
     }
+    // New bands while a cloud fills in: a whole frame shows both.
+    if (appendPending_ && refining_) stop();
+    if (appendFrame(registry)) return;
     if (refining_ && !sameView()) startPending_ = true;  // the camera moved: start over
     if (startPending_) {
         startPending_ = false;

@@ -18,8 +18,9 @@ class OSGDataManager;
 // kept picture and adds the next slices of those clouds only, as many as fit
 // in about kFrameMs, until every point is drawn. Every run of slices from
 // the first is an even sample, and each frame adds to the last, so the
-// picture fills in without flicker. Any other change, a camera move, a new
-// size, a screenshot or shapes in the view draw whole frames as before.
+// picture fills in without flicker. A stream that grew draws only its new
+// bands over the kept picture. Any other change, a camera move, a new size,
+// a screenshot or shapes in the view draw whole frames as before.
 class ProgressiveFrames {
 public:
     static constexpr double kFrameMs = 100.0;
@@ -33,6 +34,9 @@ public:
     void start() { startPending_ = true; }
     // The next frame is drawn whole, every point.
     void stop();
+    // A stream grew: the next frame may add its new bands to the kept
+    // picture alone.
+    void streamGrew() { appendPending_ = true; }
     bool isRefining() const { return refining_; }
 
     // Once a frame before it is culled: how each render object draws.
@@ -42,6 +46,7 @@ public:
     // Frames that went on from the kept picture, and the points of slices
     // they added (for checks).
     long refineFrames() const { return refineFrames_; }
+    long appendFrames() const { return appendFrames_; }
     long addedPoints() const { return addedPoints_; }
 
 private:
@@ -53,6 +58,9 @@ private:
     void wholeFrame(const OSGDataManager& registry, unsigned int budget);
     bool sameView() const;
     void remember();
+    // Draws the new bands of the streams over the kept picture, when that is
+    // the same view and the bands lie within its depth range.
+    bool appendFrame(const OSGDataManager& registry);
 
     GLViewer& view_;
     KeptFrame kept_;
@@ -60,6 +68,8 @@ private:
     bool enabled_ = false;
     bool refining_ = false;
     bool startPending_ = false;
+    bool appendPending_ = false;
+    bool wholeWanted_ = true;
     std::map<ObjectId, Progress> progress_;
     std::set<const osg::Node*> drawing_;
     unsigned int slicesPerFrame_ = 1;
@@ -68,4 +78,5 @@ private:
     double viewport_[4] = {0, 0, 0, 0};
     long refineFrames_ = 0;
     long addedPoints_ = 0;
+    long appendFrames_ = 0;
 };

@@ -61,3 +61,46 @@ void OSGDataStream::apply(RenderMode mode) {
     }
     renderMode_ = mode;
 }
+
+void OSGDataStream::drawWhole() {
+    geometry_->setPrimitiveSet(0, renderMode_ == RenderMode::Points
+                                      ? static_cast<osg::PrimitiveSet*>(points_.get())
+                                      : triangles_.get());
+    drawnVertices_ = vertices_->size();
+    drawnIndices_ = triangles_->size();
+}
+
+bool OSGDataStream::hasTail() const {
+    return renderMode_ == RenderMode::Points ? vertices_->size() > drawnVertices_
+                                             : triangles_->size() > drawnIndices_;
+}
+
+void OSGDataStream::drawTail() {
+    if (renderMode_ == RenderMode::Points) {
+        geometry_->setPrimitiveSet(
+            0, new osg::DrawArrays(GL_POINTS, GLint(drawnVertices_),
+                                   GLsizei(vertices_->size() - drawnVertices_)));
+    } else {
+        osg::ref_ptr<osg::DrawElementsUInt> tail = new osg::DrawElementsUInt(GL_TRIANGLES);
+        tail->assign(triangles_->begin() + std::ptrdiff_t(drawnIndices_), triangles_->end());
+        geometry_->setPrimitiveSet(0, tail.get());
+    }
+    drawnVertices_ = vertices_->size();
+    drawnIndices_ = triangles_->size();
+}
+
+osg::BoundingBox OSGDataStream::tailBounds() const {
+    osg::BoundingBox box;
+    if (renderMode_ == RenderMode::Points) {
+        for (size_t i = drawnVertices_; i < vertices_->size(); ++i)
+            box.expandBy((*vertices_)[i]);
+    } else {
+        for (size_t i = drawnIndices_; i < triangles_->size(); ++i)
+            box.expandBy((*vertices_)[(*triangles_)[i]]);
+    }
+    return box;
+}
+
+unsigned int OSGDataStream::drawnCount() const {
+    return geometry_->getNumPrimitiveSets() ? geometry_->getPrimitiveSet(0)->getNumIndices() : 0;
+}

@@ -22,6 +22,18 @@ public:
     void setRenderMode(RenderMode mode) override;
     void setMatrix(const osg::Matrix&) override {}
 
+    // What a frame draws of the stream: everything, or only what was
+    // appended since the last frame (its tail, drawn over a kept picture of
+    // the rest). Either way the frame then holds all appended so far.
+    void drawWhole();
+    void drawTail();
+    bool hasTail() const;
+    // The bounds of the tail, in world coordinates (the stream has no model
+    // matrix).
+    osg::BoundingBox tailBounds() const;
+    // Vertices (points) or triangle indices the frame draws.
+    unsigned int drawnCount() const override;
+
 private:
     void apply(RenderMode mode);
 
@@ -29,4 +41,6 @@ private:
     osg::ref_ptr<osg::DrawArrays> points_;
     osg::ref_ptr<osg::PolygonMode> polygonMode_;
     std::unique_ptr<QelDataStreamAlg> stream_;
+    // Vertices and triangle indices the last frame left drawn.
+    size_t drawnVertices_ = 0, drawnIndices_ = 0;
 };

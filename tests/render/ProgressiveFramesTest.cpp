@@ -4,12 +4,19 @@
 // screenshot is always complete, and the switch turns it off.
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <cstdint>
 #include "CameraController.h"
+
 #include "OSGDataManager.h"
+#include "OSGDataStream.h"
 #include "OSGPointCloud.h"
 #include "PointBudget.h"
 #include "ProgressiveFrames.h"
+#include "QelDataEnums.h"
 #include "QelPointCloud.h"
+#include "QelRangeImageParameter.h"
 #include "QelVector3dArray.h"
 #include "RenderTestScene.h"
 
@@ -120,6 +127,60 @@ TEST(ProgressiveFrames, ACameraMoveStartsOverAScreenshotIsComplete) {
     EXPECT_TRUE(s.view->progressive().isRefining());
     paint(*s.view);
     EXPECT_GT(s.view->progressive().refineFrames(), refined);
+}
+
+// A streamed range image seen from above: each repaint after a band draws
+// that band alone over the kept picture, and the scan at the end is the
+// whole frame's picture.
+TEST(ProgressiveFrames, AStreamDrawsOnlyItsNewBands) {
+    constexpr int kWidth = 64, kLines = 60, kBand = 10;
+    auto view = makeView(240, 240, 30.0);
+    QelRangeImageParameter p;
+    p.dataType = QEL_16U;
+    p.width = kWidth;
+    p.height = kLines;
+    p.resolutionX = p.resolutionY = 0.1;
+    p.resolutionZ = 0.01;
+    p.zMin = -100;
+    p.zMax = 100;
+    const long id = view->content().initialRangeImage(p);
+    ASSERT_GE(id, 1);
+    auto* stream = static_cast<OSGDataStream*>(view->content().registry().find(int(id)));
+    // Every line spans the same heights: later bands lie within the depth
+    // range of the first.
+    std::vector<std::uint16_t> samples(size_t(kWidth * kLines));
+    for (int r = 0; r < kLines; ++r)
+        for (int c = 0; c < kWidth; ++c)
+            samples[size_t(r * kWidth + c)] = std::uint16_t(100 + 40 * std::sin(0.3 * c));
+    const std::vector<unsigned char> grey(size_t(kWidth * kLines * p.colourChannels), 180);
+    long appended = view->progressive().appendFrames();
+    for (int start = 0; start < kLines; start += kBand) {
+        const unsigned int before = stream->drawnCount();
+        ASSERT_EQ(view->content().appendDataStream(id, samples.data() + start * kWidth,
+                                                   grey.data() + start * kWidth * p.colourChannels,
+                                                   QEL_16U, start, start + kBand),
+                  0);
+        // Past the streams' redraw interval, then the repaint.
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < 150)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        paint(*view);
+        // The first lines are drawn whole, and the camera turns to show
+        // them: whole frames both.
+        if (start < 2 * kBand) {
+            appended = view->progressive().appendFrames();
+            continue;
+        }
+        EXPECT_EQ(view->progressive().appendFrames(), ++appended) << start;
+        EXPECT_LT(stream->drawnCount(), before + 1) << "only the new band's triangles";
+        EXPECT_GT(stream->drawnCount(), 0u);
+    }
+    const QImage streamed = paint(*view);
+    keepImage(streamed, "progressive-stream");
+    const QImage whole = view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_LE(differing(streamed, whole), whole.width() * whole.height() / 1000);
+    EXPECT_GT(countUnlike(whole, Qt::black, 0), 2000) << "the scan is in view";
 }
 
 TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {
