@@ -1,7 +1,8 @@
 // What a change over a still view costs: a window showing a 10-million-point
 // cloud, the time from a new message text to the window painted with it,
 // while paints show the last frame again and while each draws a frame
-// (QEL3D_INCREMENTAL=0), medians of 7. One JSON line.
+// (QEL3D_INCREMENTAL=0), and from a new text overlay in the view to the
+// window painted with it, medians of 7. One JSON line.
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_overlay [MILLIONS]
 #include <QApplication>
@@ -14,8 +15,10 @@
 #include "CameraController.h"
 #include "GLViewer.h"
 #include "Qel3DGraphicsPrivate.h"
+#include "QelColor.h"
 #include "QelOSGWidget.h"
 #include "QelVar.h"
+#include "QelVector3d.h"
 #include "RandomSlab.h"
 #include "SceneContent.h"
 
@@ -69,9 +72,25 @@ int main(int argc, char** argv) {
         whole.push_back(messageChange(window, 2 * round + 1));
         framesWhole += view->osgWidget()->paintedFrames() - before;
     }
+    // A text drawn in the view over the kept picture of the data.
+    view->osgWidget()->setIncremental(true);
+    view->camera().zoomFit();
+    settle();
+    std::vector<double> texts;
+    for (int round = 0; round < kRounds; ++round) {
+        QelVar text(("Gap " + std::to_string(round)).c_str());
+        QelVector3d at(0, 0, 0);
+        QelColor white(255, 255, 255, 255);
+        const Clock::time_point start = Clock::now();
+        view->content().addTextOverlay(text, at, 12, white);
+        settle();
+        texts.push_back(since(start));
+    }
     std::printf(
         "{\"bench\":\"overlay\",\"points\":%d,\"message_change_s\":%.4f,\"scene_frames\":%ld,"
-        "\"message_change_whole_frame_s\":%.4f,\"scene_frames_whole\":%ld}\n",
-        millions * 1000000, median(reused), framesReused, median(whole), framesWhole);
+        "\"message_change_whole_frame_s\":%.4f,\"scene_frames_whole\":%ld,"
+        "\"text_overlay_added_s\":%.4f}\n",
+        millions * 1000000, median(reused), framesReused, median(whole), framesWhole,
+        median(texts));
     return 0;
 }

@@ -47,6 +47,7 @@ void GLViewer::followContent() {
     SceneContent* content = content_.get();
     connect(content, &SceneContent::sig_dataChanged, this, &GLViewer::dataChanged);
     connect(content, &SceneContent::sig_redraw, this, &GLViewer::requestRedraw);
+    connect(content, &SceneContent::sig_overlayChanged, this, &GLViewer::requestOverlayRedraw);
     connect(content, &SceneContent::sig_streamGrew, this, &GLViewer::requestStreamRedraw);
     connect(content, &SceneContent::sig_heightRange, this, &GLViewer::sig_heightRange);
     connect(content, &SceneContent::sig_infoText, this, &GLViewer::sig_infoText);
@@ -186,6 +187,12 @@ void GLViewer::dataChanged() {
     content_->fitShapesToScene();
     requestRedraw();
     progressive_->start();
+}
+
+void GLViewer::requestOverlayRedraw() {
+    progressive_->overlaysChanged();
+    osgWidget_->requestRedraw();
+    osgWidget_->requestFrame();
 }
 
 void GLViewer::requestRedraw() {

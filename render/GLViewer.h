@@ -71,6 +71,9 @@ public:
     QImage grabFrame();
     // Schedules a repaint, which runs the next frame.
     void requestRedraw();
+    // Schedules a repaint after a change to what is drawn over the data only
+    // (texts, measurements, a tool's marks): the data need not be drawn again.
+    void requestOverlayRedraw();
     // After a change to the render objects: what is fitted to them follows.
     void dataChanged();
 

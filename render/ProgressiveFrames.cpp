@@ -112,26 +112,18 @@ void ProgressiveFrames::wholeFrame(const OSGDataManager& registry, unsigned int 
     drawing_.clear();
     wholeWanted_ = false;
     appendPending_ = false;
+    overlayPending_ = false;
 }
 
 bool ProgressiveFrames::appendFrame(const OSGDataManager& registry) {
     if (wholeWanted_ || !appendPending_ || refining_ || startPending_ || !sameView()) return false;
     // The new bands must lie within the kept picture's depth range, or the
     // whole frame would have another one.
-    double left, right, bottom, top, zNear, zFar;
-    const bool ortho = projection_(3, 3) != 0.0;
-    if (!(ortho ? projection_.getOrtho(left, right, bottom, top, zNear, zFar)
-                : projection_.getFrustum(left, right, bottom, top, zNear, zFar)))
-        return false;
     std::vector<OSGDataStream*> streams;
     for (int i = 0; i < registry.count(); ++i) {
         auto* stream = dynamic_cast<OSGDataStream*>(registry.at(i));
         if (!stream || !stream->hasTail() || stream->node()->getNodeMask() == 0) continue;
-        const osg::BoundingBox box = stream->tailBounds();
-        for (int c = 0; c < 8; ++c) {
-            const double depth = -(osg::Vec3d(box.corner(c)) * viewMatrix_).z();
-            if (!(depth >= zNear && depth <= zFar)) return false;
-        }
+        if (!withinDepthRange(stream->tailBounds())) return false;
         streams.push_back(stream);
     }
     if (streams.empty()) return false;
@@ -144,7 +136,35 @@ bool ProgressiveFrames::appendFrame(const OSGDataManager& registry) {
         drawing_.insert(stream->node());
     }
     appendPending_ = false;
+    overlayPending_ = false;  // drawn anew with the bands
     ++appendFrames_;
+    return true;
+}
+
+bool ProgressiveFrames::withinDepthRange(const osg::BoundingBox& box) const {
+    if (!box.valid()) return true;
+    double left, right, bottom, top, zNear, zFar;
+    const bool ortho = projection_(3, 3) != 0.0;
+    if (!(ortho ? projection_.getOrtho(left, right, bottom, top, zNear, zFar)
+                : projection_.getFrustum(left, right, bottom, top, zNear, zFar)))
+        return false;
+    for (int c = 0; c < 8; ++c) {
+        const double depth = -(osg::Vec3d(box.corner(c)) * viewMatrix_).z();
+        if (!(depth >= zNear && depth <= zFar)) return false;
+    }
+    return true;
+}
+
+bool ProgressiveFrames::overlayFrame() {
+    if (wholeWanted_ || !overlayPending_ || refining_ || startPending_ || appendPending_ ||
+        !sameView() || !withinDepthRange(view_.content().overlayBounds()))
+        return false;
+    view_.osgWidget()->viewer()->getCamera()->setComputeNearFarMode(
+        osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
+    kept_.setRestoring(true);
+    drawing_.clear();  // none of the data
+    overlayPending_ = false;
+    ++overlayFrames_;
     return true;
 }
 
@@ -165,7 +185,7 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
     }
     // New bands while a cloud fills in: a whole frame shows both.
     if (appendPending_ && refining_) stop();
-    if (appendFrame(registry)) return;
+    if (appendFrame(registry) || overlayFrame()) return;
     if (refining_ && !sameView()) startPending_ = true;  // the camera moved: start over
     if (startPending_) {
         startPending_ = false;
@@ -185,6 +205,8 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         kept_.setRestoring(false);
         drawing_.clear();
         refining_ = !progress_.empty();
+        // A whole frame, but for the clouds' later slices.
+        wholeWanted_ = appendPending_ = overlayPending_ = false;
         slicesPerFrame_ = 1;
         clock_.start();
     } else if (refining_) {

@@ -19,7 +19,8 @@ class OSGDataManager;
 // in about kFrameMs, until every point is drawn. Every run of slices from
 // the first is an even sample, and each frame adds to the last, so the
 // picture fills in without flicker. A stream that grew draws only its new
-// bands over the kept picture. Any other change, a camera move, a new size,
+// bands over the kept picture, and a new text or measurement none of the
+// data. Any other change, a camera move, a new size,
 // a screenshot or shapes in the view draw whole frames as before.
 class ProgressiveFrames {
 public:
@@ -37,6 +38,9 @@ public:
     // A stream grew: the next frame may add its new bands to the kept
     // picture alone.
     void streamGrew() { appendPending_ = true; }
+    // Only what is drawn over the data changed (a text overlay, a
+    // measurement): the next frame may draw it over the kept picture alone.
+    void overlaysChanged() { overlayPending_ = true; }
     bool isRefining() const { return refining_; }
 
     // Once a frame before it is culled: how each render object draws.
@@ -47,6 +51,7 @@ public:
     // they added (for checks).
     long refineFrames() const { return refineFrames_; }
     long appendFrames() const { return appendFrames_; }
+    long overlayFrames() const { return overlayFrames_; }
     long addedPoints() const { return addedPoints_; }
 
 private:
@@ -61,6 +66,11 @@ private:
     // Draws the new bands of the streams over the kept picture, when that is
     // the same view and the bands lie within its depth range.
     bool appendFrame(const OSGDataManager& registry);
+    // Draws nothing of the data over the kept picture, when that is the same
+    // view and the overlays lie within its depth range.
+    bool overlayFrame();
+    // Whether the box lies within the kept picture's depth range.
+    bool withinDepthRange(const osg::BoundingBox& box) const;
 
     GLViewer& view_;
     KeptFrame kept_;
@@ -69,6 +79,7 @@ private:
     bool refining_ = false;
     bool startPending_ = false;
     bool appendPending_ = false;
+    bool overlayPending_ = false;
     bool wholeWanted_ = true;
     std::map<ObjectId, Progress> progress_;
     std::set<const osg::Node*> drawing_;
@@ -79,4 +90,5 @@ private:
     long refineFrames_ = 0;
     long addedPoints_ = 0;
     long appendFrames_ = 0;
+    long overlayFrames_ = 0;
 };

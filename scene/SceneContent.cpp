@@ -204,7 +204,7 @@ long SceneContent::addTextOverlay(const QelVar& text, const QelVector3d& positio
             size, ColourBytes::toVec4(colour.r, colour.g, colour.b, colour.a)));
     }
     emit sig_itemAdded(osg::BoundingSphere());
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return id;
 }
 
@@ -213,7 +213,7 @@ long SceneContent::removeTextOverlay(ObjectId id) {
         SceneLockGuard lock(lock_);
         if (!textOverlays_.remove(id)) return QelStatus::kObjectNotFound;
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
@@ -222,7 +222,7 @@ long SceneContent::removeAllTextOverlays() {
         SceneLockGuard lock(lock_);
         textOverlays_.clear();
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 

@@ -131,12 +131,18 @@ public:
                           int startLine, int endLine);
     long finishDataStream(ObjectId id, QelRangeImage* image);
 
+    // Where the text overlays and the measurements lie.
+    osg::BoundingBox overlayBounds() const;
+
 signals:
     // Render objects came or went, or changed their drawing: bounds and
     // everything fitted to them follow.
     void sig_dataChanged();
     // Only a shape or a text changed: a redraw shows it.
     void sig_redraw();
+    // A text overlay or a measurement came or went: they are drawn over the
+    // data, which stays as it was.
+    void sig_overlayChanged();
     // A stream received lines.
     void sig_streamGrew();
     // Something new arrived; bound (when valid) should come into view.

@@ -14,7 +14,7 @@ long SceneContent::addMeasurement(MeasureKind kind, const std::vector<osg::Vec3d
         measurements_.add(std::move(measurement));
     }
     emit sig_itemAdded(osg::BoundingSphere());
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return id;
 }
 
@@ -30,7 +30,7 @@ long SceneContent::clearMeasurement(ObjectId id) {
         SceneLockGuard lock(lock_);
         if (!measurements_.remove(id)) return QelStatus::kObjectNotFound;
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
@@ -39,11 +39,19 @@ long SceneContent::clearAllMeasurements() {
         SceneLockGuard lock(lock_);
         measurements_.clear();
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
 void SceneContent::setMeasurementColour(const osg::Vec4& colour) {
     SceneLockGuard lock(lock_);
     measurements_.setColour(colour);
+}
+
+osg::BoundingBox SceneContent::overlayBounds() const {
+    osg::BoundingBox box;
+    for (int i = 0; i < measurements_.count(); ++i)
+        box.expandBy(measurements_.at(i)->itemBounds());
+    box.expandBy(textOverlays_.bounds());
+    return box;
 }

@@ -35,3 +35,10 @@ TextOverlay* TextOverlayManager::find(ObjectId id) const {
         if (o->id() == id) return o.get();
     return nullptr;
 }
+
+osg::BoundingBox TextOverlayManager::bounds() const {
+    osg::BoundingBox box;
+    for (const auto& overlay : overlays_)
+        box.expandBy(overlay->itemBounds());
+    return box;
+}

@@ -20,6 +20,8 @@ public:
     void clear();
     int count() const { return static_cast<int>(overlays_.size()); }
     TextOverlay* find(ObjectId id) const;
+    // Where the overlays are anchored.
+    osg::BoundingBox bounds() const;
 
 private:
     osg::ref_ptr<osg::Group> group_;

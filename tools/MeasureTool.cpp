@@ -148,5 +148,6 @@ void MeasureTool::redrawProgress() {
         setVertices(rubber_.get(), line);
         progress_->setNodeMask(points_.empty() ? 0u : NodeMasks::kNotPickable);
     }
-    view_->requestRedraw();
+    // The marks and the rubber line lie over the data, which stays.
+    view_->requestOverlayRedraw();
 }

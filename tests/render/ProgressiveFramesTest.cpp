@@ -14,9 +14,11 @@
 #include "OSGPointCloud.h"
 #include "PointBudget.h"
 #include "ProgressiveFrames.h"
+#include "QelColor.h"
 #include "QelDataEnums.h"
 #include "QelPointCloud.h"
 #include "QelRangeImageParameter.h"
+#include "QelVar.h"
 #include "QelVector3dArray.h"
 #include "RenderTestScene.h"
 
@@ -181,6 +183,31 @@ TEST(ProgressiveFrames, AStreamDrawsOnlyItsNewBands) {
     const QImage whole = view->grabFrame().convertToFormat(QImage::Format_RGB32);
     EXPECT_LE(differing(streamed, whole), whole.width() * whole.height() / 1000);
     EXPECT_GT(countUnlike(whole, Qt::black, 0), 2000) << "the scan is in view";
+}
+
+// A new text or measurement over a still view draws over the kept picture
+// of the data, none of which is drawn again, and the picture is the whole
+// frame's.
+TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
+    Shown s = showSheet(260, 220);
+    s.view->progressive().start();
+    paint(*s.view);
+    for (int i = 0; i < 20 && s.view->progressive().isRefining(); ++i)
+        paint(*s.view);
+    const long before = s.view->progressive().overlayFrames();
+    QelVar text("Gap 0.12 mm");
+    QelVector3d at(0, 0, 0);
+    QelColor white(255, 255, 255, 255);
+    ASSERT_GE(s.view->content().addTextOverlay(text, at, 14, white), 1);
+    const QImage withText = paint(*s.view);
+    EXPECT_EQ(s.view->progressive().overlayFrames(), before + 1);
+    ASSERT_GE(s.view->content().addMeasurement(MeasureKind::Distance, {{-4, -4, 0}, {4, 3, 0}}), 1);
+    const QImage withMeasurement = paint(*s.view);
+    EXPECT_EQ(s.view->progressive().overlayFrames(), before + 2);
+    EXPECT_GT(differing(withText, withMeasurement), 100) << "the measurement shows";
+    keepImage(withMeasurement, "progressive-overlays");
+    const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_LE(differing(withMeasurement, whole), whole.width() * whole.height() / 1000);
 }
 
 TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {
