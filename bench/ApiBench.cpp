@@ -80,21 +80,7 @@ void bareCloud(int n, const std::string& kind) {
         bare.frameAndReadBack();
     };
     auto show = [&](const std::vector<osg::Vec3>& source) {
-        osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array(source.begin(), source.end());
-        osg::ref_ptr<osg::Vec4ubArray> c = new osg::Vec4ubArray(v->size());
-        c->setNormalize(true);
-        for (size_t i = 0; i < source.size(); ++i)
-            (*c)[i].set(static_cast<unsigned char>(128 + 127 * source[i].z() * 5), 90,
-                        static_cast<unsigned char>(128 - 127 * source[i].z() * 5), 255);
-        osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
-        g->setUseDisplayList(false);
-        g->setUseVertexBufferObjects(true);
-        g->setVertexArray(v);
-        g->setColorArray(c, osg::Array::BIND_PER_VERTEX);
-        g->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(v->size())));
-        osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-        geode->addDrawable(g);
-        bare.setScene(geode);
+        bare.setScene(BareViewer::cloudNode(source));
     };
 
     auto start = Clock::now();

@@ -9,6 +9,8 @@
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
 #include <osg/ContextData>
+#include <osg/Geode>
+#include <osg/Geometry>
 #include <osgViewer/Viewer>
 #include <vector>
 
@@ -59,6 +61,24 @@ public:
     BareViewer& operator=(const BareViewer&) = delete;
 
     osg::Camera* camera() const { return viewer_->getCamera(); }
+    // Points as the bare path draws them: buffer objects, coloured by height.
+    static osg::ref_ptr<osg::Geode> cloudNode(const std::vector<osg::Vec3>& points) {
+        osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array(points.begin(), points.end());
+        osg::ref_ptr<osg::Vec4ubArray> c = new osg::Vec4ubArray(v->size());
+        c->setNormalize(true);
+        for (size_t i = 0; i < points.size(); ++i)
+            (*c)[i].set(static_cast<unsigned char>(128 + 127 * points[i].z() * 5), 90,
+                        static_cast<unsigned char>(128 - 127 * points[i].z() * 5), 255);
+        osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
+        g->setUseDisplayList(false);
+        g->setUseVertexBufferObjects(true);
+        g->setVertexArray(v);
+        g->setColorArray(c, osg::Array::BIND_PER_VERTEX);
+        g->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(v->size())));
+        osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+        geode->addDrawable(g);
+        return geode;
+    }
     void setScene(osg::Node* scene) { viewer_->setSceneData(scene); }
     // One frame, finished.
     void frame() {

@@ -9,8 +9,6 @@
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
-#include <osg/Geode>
-#include <osg/Geometry>
 #include <string>
 #include <vector>
 
@@ -37,20 +35,7 @@ double bareFirstFrame(const std::vector<osg::Vec3>& points) {
     BareViewer bare(kSize);
     bare.camera()->setViewMatrixAsLookAt(bench::orbitEye(0), osg::Vec3d(), osg::Vec3d(0, 0, 1));
     const Clock::time_point start = Clock::now();
-    osg::ref_ptr<osg::Vec3Array> v = new osg::Vec3Array(points.begin(), points.end());
-    osg::ref_ptr<osg::Vec4ubArray> c = new osg::Vec4ubArray(v->size());
-    c->setNormalize(true);
-    for (size_t i = 0; i < points.size(); ++i)
-        (*c)[i].set(200, 90, 60, 255);
-    osg::ref_ptr<osg::Geometry> g = new osg::Geometry;
-    g->setUseDisplayList(false);
-    g->setUseVertexBufferObjects(true);
-    g->setVertexArray(v);
-    g->setColorArray(c, osg::Array::BIND_PER_VERTEX);
-    g->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<int>(v->size())));
-    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-    geode->addDrawable(g);
-    bare.setScene(geode);
+    bare.setScene(BareViewer::cloudNode(points));
     bare.frameAndReadBack();
     return since(start);
 }

@@ -174,17 +174,20 @@ void GLViewer::requestStreamRedraw() {
 }
 
 void GLViewer::streamGrew() {
-    decorations_->followData();
-    content_->fitShapesToScene();
+    followDataBounds();
     // Only the new bands, when the kept picture allows.
     progressive_->streamGrew();
     osgWidget_->requestRedraw();
     osgWidget_->requestFrame();
 }
 
-void GLViewer::dataChanged() {
+void GLViewer::followDataBounds() {
     decorations_->followData();
     content_->fitShapesToScene();
+}
+
+void GLViewer::dataChanged() {
+    followDataBounds();
     requestRedraw();
     progressive_->start();
 }

@@ -97,6 +97,8 @@ private:
     // A stream's new bands: what follows the data follows, and the next
     // frame draws them.
     void streamGrew();
+    // The box, the axis and the shapes that fit the scene follow the data.
+    void followDataBounds();
     void installEventHandlers();
 
     QelOSGWidget* osgWidget_ = nullptr;

@@ -229,7 +229,6 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
             Progress& p = it->second;
             const unsigned int to = std::min(p.slices, p.done + slicesPerFrame_);
             object->setDrawSlices(p.slices, p.done, to);
-            addedPoints_ += long(object->drawnCount());
             p.done = to;
             drawing_.insert(object->node());
             complete = complete && p.done >= p.slices;

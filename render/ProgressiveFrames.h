@@ -47,12 +47,10 @@ public:
     void beginFrame(const OSGDataManager& registry, unsigned int budget, bool whole);
     // Whether the frame being culled draws this render object's node.
     bool drawsNow(const osg::Node* node) const;
-    // Frames that went on from the kept picture, and the points of slices
-    // they added (for checks).
+    // Frames that went on from the kept picture, by kind (for checks).
     long refineFrames() const { return refineFrames_; }
     long appendFrames() const { return appendFrames_; }
     long overlayFrames() const { return overlayFrames_; }
-    long addedPoints() const { return addedPoints_; }
 
 private:
     struct Progress {
@@ -88,7 +86,6 @@ private:
     osg::Matrixd viewMatrix_, projection_;
     double viewport_[4] = {0, 0, 0, 0};
     long refineFrames_ = 0;
-    long addedPoints_ = 0;
     long appendFrames_ = 0;
     long overlayFrames_ = 0;
 };

@@ -159,10 +159,9 @@ void ViewDecorations::rebuildCubeAxis() {
 
 void ViewDecorations::drawAfterData(AfterData reason, bool on) {
     const unsigned int bit = static_cast<unsigned int>(reason);
+    const bool before = afterDataReasons_ != 0;
     afterDataReasons_ = on ? (afterDataReasons_ | bit) : (afterDataReasons_ & ~bit);
-    const bool after = afterDataReasons_ != 0;
-    if (after == afterData_) return;
-    afterData_ = after;
+    if ((afterDataReasons_ != 0) == before) return;
     SceneLockGuard lock(view_.osgWidget());
     placeInBin(group_.get());
     if (cubeAxis_) placeInBin(cubeAxis_->node());
@@ -170,9 +169,9 @@ void ViewDecorations::drawAfterData(AfterData reason, bool on) {
 
 void ViewDecorations::placeInBin(osg::Node* node) const {
     // Untouched until asked: the scene's own order stays byte for byte.
-    if (!afterData_ && !node->getStateSet()) return;
+    if (afterDataReasons_ == 0 && !node->getStateSet()) return;
     osg::StateSet* ss = node->getOrCreateStateSet();
-    if (afterData_)
+    if (afterDataReasons_ != 0)
         ss->setRenderBinDetails(kAfterDataBin, "RenderBin");
     else
         ss->setRenderBinToInherit();

@@ -63,7 +63,7 @@ private:
     bool bboxVisible_ = false;
     bool axisOn_ = false;
     bool gridOn_ = true;
-    bool afterData_ = false;
+    // The reasons drawAfterData was given (none: the scene's own order).
     unsigned int afterDataReasons_ = 0;
     std::unique_ptr<QelCubeAxis3d> cubeAxis_;
     QColor textPenColour_{Qt::white};
