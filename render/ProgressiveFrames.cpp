@@ -104,10 +104,8 @@ void ProgressiveFrames::remember() {
 }
 
 void ProgressiveFrames::wholeFrame(const OSGDataManager& registry, unsigned int budget) {
-    for (int i = 0; i < registry.count(); ++i) {
+    for (int i = 0; i < registry.count(); ++i)
         registry.at(i)->setDrawBudget(budget);
-        if (auto* stream = dynamic_cast<OSGDataStream*>(registry.at(i))) stream->drawWhole();
-    }
     kept_.setRestoring(false);
     drawing_.clear();
     wholeWanted_ = false;
@@ -196,7 +194,7 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
             OSGData* object = registry.at(i);
             const unsigned int slices = object->sliceCount(sample);
             if (slices > 1 && object->node()->getNodeMask() != 0) {
-                progress_[object->id()] = Progress{slices, 1, object->node()};
+                progress_[object->id()] = Progress{slices, 1};
                 object->setDrawSlices(slices, 0, 1);
             } else {
                 object->setDrawBudget(0);
@@ -210,11 +208,9 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         slicesPerFrame_ = 1;
         clock_.start();
     } else if (refining_) {
-        // Go on from the kept picture: the next slices of the clouds that
-        // are not complete, as many as the last frame's time allows, at the
-        // kept picture's depth range.
-        // As many slices as the last frame's pace fits in kFrameMs, at most
-        // twice as many as before.
+        // Go on from the kept picture, at its depth range: the next slices
+        // of the clouds not yet complete, as many as the last frame's pace
+        // fits in kFrameMs (at most twice as many as before).
         const double lastMs = std::max(1.0, double(clock_.restart()));
         const double fits = std::round(slicesPerFrame_ * kFrameMs / lastMs);
         slicesPerFrame_ = unsigned(std::clamp(fits, 1.0, 2.0 * slicesPerFrame_));

@@ -55,7 +55,6 @@ public:
 private:
     struct Progress {
         unsigned int slices, done;
-        const osg::Node* node;
     };
     // Every render object whole; the kept picture is not restored.
     void wholeFrame(const OSGDataManager& registry, unsigned int budget);

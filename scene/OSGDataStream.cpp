@@ -62,7 +62,7 @@ void OSGDataStream::apply(RenderMode mode) {
     renderMode_ = mode;
 }
 
-void OSGDataStream::drawWhole() {
+void OSGDataStream::setDrawBudget(unsigned int) {
     geometry_->setPrimitiveSet(0, renderMode_ == RenderMode::Points
                                       ? static_cast<osg::PrimitiveSet*>(points_.get())
                                       : triangles_.get());

@@ -22,10 +22,11 @@ public:
     void setRenderMode(RenderMode mode) override;
     void setMatrix(const osg::Matrix&) override {}
 
-    // What a frame draws of the stream: everything, or only what was
-    // appended since the last frame (its tail, drawn over a kept picture of
-    // the rest). Either way the frame then holds all appended so far.
-    void drawWhole();
+    // What a frame draws of the stream: everything (whatever the budget:
+    // a stream keeps its sampling step), or only what was appended since
+    // the last frame (its tail, drawn over a kept picture of the rest).
+    // Either way the frame then holds all appended so far.
+    void setDrawBudget(unsigned int) override;
     void drawTail();
     bool hasTail() const;
     // The bounds of the tail, in world coordinates (the stream has no model
