@@ -10,6 +10,7 @@
 #include <QOpenGLPaintDevice>
 #include <stdexcept>
 
+#include "GraphicsDriver.h"
 #include "QelLog.h"
 
 OpenGlOffscreenSurface::OpenGlOffscreenSurface(QScreen* screen, const QSize& size)
@@ -59,6 +60,8 @@ void OpenGlOffscreenSurface::initializeInternal() {
     functions_->initializeOpenGLFunctions();
     functions30_ = context_->versionFunctions<QOpenGLFunctions_3_0>();
     if (functions30_) functions30_->initializeOpenGLFunctions();
+    const GLubyte* renderer = functions_->glGetString(GL_RENDERER);
+    GraphicsDriver::noteRenderer(renderer ? reinterpret_cast<const char*>(renderer) : "");
     recreateFbo();
 }
 

@@ -2,18 +2,29 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstring>
+#include <type_traits>
 
 #include <osg/BoundingBox>
+#include <osg/GLExtensions>
+#include <osg/State>
 #include <osg/StateSet>
+#include <osg/VertexArrayState>
 
 #include "ColourBytes.h"
+#include "GraphicsDriver.h"
 #include "ShaderPointSprite.h"
 
 namespace {
 
 // The invalid marker is +FLT_MAX; non-finite points are invalid too.
-bool isValidPoint(const QelVector3d& p) {
-    return !(std::fabs(p.z - FLT_MAX) < 1e-8) && p.IsValid();
+// Inline: a big cloud checks every point.
+inline bool isValidXyz(float x, float y, float z) {
+    return std::isfinite(x) && std::isfinite(y) && std::isfinite(z) && z != FLT_MAX;
+}
+
+inline bool isValidPoint(const QelVector3d& p) {
+    return isValidXyz(p.x, p.y, p.z);
 }
 
 // A drawable's bounding box known in advance.
@@ -26,8 +37,48 @@ private:
     osg::BoundingBox box_;
 };
 
-// From this many points a thread of its own for the source copy pays off.
-constexpr int kCopyAsideFrom = 100000;
+// Draws a geometry of client arrays in the shared vertex array state, whose
+// caches must not be trusted here:
+// - the array buffer binding is no part of a vertex array object, so one
+//   drawn with its own object may have left its buffer bound while the
+//   shared state believes none is: client pointers would then be read as
+//   offsets into that buffer;
+// - the state skips setting an array it believes set, by the array's
+//   address: a new array made where a freed one was would be drawn from
+//   the freed memory. So it forgets its arrays before and after.
+// It is also left as the drawables after it expect: text draws without
+// saying whether it uses buffer objects, and would take this one's "no".
+class ClientArraysDraw : public osg::Drawable::DrawCallback {
+public:
+    void drawImplementation(osg::RenderInfo& info, const osg::Drawable* drawable) const override {
+        osg::State& state = *info.getState();
+        osg::VertexArrayState& arrays = *state.getCurrentVertexArrayState();
+        osg::GLExtensions* gl = state.get<osg::GLExtensions>();
+        gl->glBindBuffer(GL_ARRAY_BUFFER_ARB, 0);
+        gl->glBindBuffer(GL_ELEMENT_ARRAY_BUFFER_ARB, 0);
+        arrays.resetBufferObjectPointers();
+        forget(arrays);
+        drawable->drawImplementation(info);
+        forget(arrays);
+        arrays.setVertexBufferObjectSupported(state.useVertexBufferObject(true));
+    }
+
+private:
+    static void forget(osg::VertexArrayState& arrays) {
+        for (osg::VertexArrayState::ArrayDispatch* d :
+             {arrays._vertexArray.get(), arrays._normalArray.get(), arrays._colorArray.get()})
+            if (d) {
+                d->array = nullptr;
+                d->modifiedCount = 0xffffffff;
+            }
+    }
+};
+
+// From this many points a second thread pays off.
+constexpr size_t kSecondThreadFrom = 100000;
+
+static_assert(sizeof(QelVector3d) == sizeof(osg::Vec3) && std::is_trivially_copyable_v<QelVector3d>,
+              "a cloud's points are copied into the vertices as they are");
 
 }  // namespace
 
@@ -40,9 +91,7 @@ OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, 
 
 OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                              bool useHeightColours, OSGPointCloud& previous)
-    : OSGData(id, ObjectKind::PointCloud, useHeightColours),
-      source_(std::move(previous.source_)),
-      colours_(new osg::Vec4ubArray) {
+    : OSGData(id, ObjectKind::PointCloud, useHeightColours), colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
     // The arrays keep their buffer object: an array of unchanged size is
     // sent to it again without reallocating it.
@@ -71,31 +120,30 @@ osg::BoundingBox OSGPointCloud::extentOf(const QelPointCloud& cloud) {
 
 void OSGPointCloud::build(const QelPointCloud& cloud) {
     colours_->setNormalize(true);
+    if (cloud.IsValidColor()) ownColours_ = cloud.DeepCopyColors();
+    const size_t n = static_cast<size_t>(std::max(cloud.Length(), 0));
+    if (n == 0) return;
     {
-        // A big cloud's owned copy is made on a second thread while the
-        // vertices are built from the host's cloud: both only read it and
-        // write apart. That thread then also sizes the colour array, so its
-        // fresh memory is faulted in before the colours are written. The
-        // copy is waited for even when the vertices fail. Without a thread
-        // to spare, it is made here.
-        std::future<void> copy;
-        if (cloud.Length() >= kCopyAsideFrom) {
-            const size_t n = static_cast<size_t>(cloud.Length());
-            copy = startBeside([&, n] {
-                source_ = cloud;
-                if (colours_->size() != n) colours_->resize(n);
-            });
-        }
-        if (!copy.valid()) source_ = cloud;
-        if (cloud.Length() > 0) fillVertices(cloud);
-        if (copy.valid()) copy.get();
+        // A big cloud's colour array is sized on a second thread while the
+        // vertices are copied, so both fresh blocks of memory are faulted in
+        // at once. Without a thread to spare, it is sized when coloured.
+        std::future<void> sizing;
+        if (n >= kSecondThreadFrom && colours_->size() != n)
+            sizing = startBeside([this, n] { colours_->resize(n); });
+        fillVertices(cloud);
+        if (sizing.valid()) sizing.get();
     }
-    if (source_.Length() == 0) return;
     normals_->push_back(osg::Vec3(0, 0, 1));
+    // Software GL reads client arrays where they are: no copy into buffer
+    // objects before the first frame.
+    if (GraphicsDriver::isSoftware()) {
+        geometry_->setUseVertexBufferObjects(false);
+        geometry_->setUseVertexArrayObject(false);
+        geometry_->setDrawCallback(new ClientArraysDraw);
+    }
     geometry_->setVertexArray(vertices_.get());
     geometry_->setColorArray(colours_.get(), osg::Array::BIND_PER_VERTEX);
-    geometry_->addPrimitiveSet(
-        new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size())));
+    geometry_->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(n)));
     geometry_->setNormalArray(normals_.get(), osg::Array::BIND_OVERALL);
     // Points light the same per vertex as per fragment, at a fraction of the cost.
     geometry_->getOrCreateStateSet()->setDefine("QEL_POINTS");
@@ -106,40 +154,84 @@ OSGPointCloud::~OSGPointCloud() {
     if (spriteShader_) spriteShader_->detach();
 }
 
-void OSGPointCloud::fillVertices(const QelPointCloud& from) {
-    osg::BoundingBox box;
-    bool atOrigin = false;
-    fillArray(*vertices_, static_cast<size_t>(from.Length()), [&](size_t i) {
-        const QelVector3d& p = from[static_cast<int>(i)];
-        if (!isValidPoint(p)) {
-            atOrigin = true;
-            return osg::Vec3(0, 0, 0);
+struct OSGPointCloud::Scan {
+    float lo[3] = {FLT_MAX, FLT_MAX, FLT_MAX}, hi[3] = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
+    std::vector<std::pair<size_t, QelVector3d>> invalid;
+};
+
+OSGPointCloud::Scan OSGPointCloud::scan(size_t from, size_t to) {
+    Scan s;
+    osg::Vec3* v = vertices_->empty() ? nullptr : &vertices_->front();
+    for (size_t i = from; i < to; ++i) {
+        if (!isValidXyz(v[i].x(), v[i].y(), v[i].z())) {
+            s.invalid.emplace_back(i, QelVector3d(v[i].x(), v[i].y(), v[i].z()));
+            v[i].set(0, 0, 0);
+            continue;
         }
-        widenHeightRange(p.z);
-        const osg::Vec3 v(p.x, p.y, p.z);
-        box.expandBy(v);
-        return v;
-    });
-    if (atOrigin) box.expandBy(osg::Vec3(0, 0, 0));
+        for (int k = 0; k < 3; ++k) {
+            s.lo[k] = std::min(s.lo[k], v[i][k]);
+            s.hi[k] = std::max(s.hi[k], v[i][k]);
+        }
+    }
+    return s;
+}
+
+void OSGPointCloud::fillVertices(const QelPointCloud& from) {
+    const size_t n = static_cast<size_t>(from.Length());
+    if (vertices_->size() != n) {
+        vertices_->clear();
+        vertices_->resize(n);
+    }
+    std::memcpy(static_cast<void*>(&vertices_->front()), &from[0], n * sizeof(osg::Vec3));
+    vertices_->dirty();
+    // The scan reads memory just written: halves on two threads.
+    std::future<Scan> second;
+    if (n >= kSecondThreadFrom) {
+        try {
+            second = std::async(std::launch::async, [this, n] { return scan(n / 2, n); });
+        } catch (const std::system_error&) {
+        }
+    }
+    Scan all = scan(0, second.valid() ? n / 2 : n);
+    if (second.valid()) {
+        Scan upper = second.get();
+        for (int k = 0; k < 3; ++k) {
+            all.lo[k] = std::min(all.lo[k], upper.lo[k]);
+            all.hi[k] = std::max(all.hi[k], upper.hi[k]);
+        }
+        all.invalid.insert(all.invalid.end(), upper.invalid.begin(), upper.invalid.end());
+    }
+    invalid_ = std::move(all.invalid);
+    osg::BoundingBox box;
+    if (all.lo[0] <= all.hi[0]) {
+        box.set(all.lo[0], all.lo[1], all.lo[2], all.hi[0], all.hi[1], all.hi[2]);
+        widenHeightRange(all.lo[2]);
+        widenHeightRange(all.hi[2]);
+    }
+    if (!invalid_.empty()) box.expandBy(osg::Vec3(0, 0, 0));
     // The geometry's bound is the box found on the way: nothing walks the
     // vertices again for it, whichever points a frame draws.
     geometry_->setComputeBoundingBoxCallback(new KnownBounds(box));
     geometry_->dirtyBound();
 }
 
-osg::ref_ptr<osg::PrimitiveSet> OSGPointCloud::rebuildGeometry() {
-    fillVertices(source_);
-    return new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(vertices_->size()));
+QelVector3dArray OSGPointCloud::points() const {
+    QelVector3dArray out(static_cast<int>(vertices_->size()));
+    if (!vertices_->empty())
+        std::memcpy(static_cast<void*>(&out[0]), &vertices_->front(),
+                    vertices_->size() * sizeof(osg::Vec3));
+    for (const auto& [i, p] : invalid_)
+        out[static_cast<int>(i)] = p;
+    return out;
 }
 
 void OSGPointCloud::applyDefaultColours() {
     if (coloursLocked_) return;
-    const QelColorArray own = useHeightColours_ ? QelColorArray() : source_.DeepCopyColors();
-    if (own.IsEmpty() || !fitsVertices(own)) {
+    if (useHeightColours_ || ownColours_.IsEmpty() || !fitsVertices(ownColours_)) {
         applyColourMap(minZ_, maxZ_);
         return;
     }
-    copyColours(*colours_, own);
+    copyColours(*colours_, ownColours_);
     bindColours(colours_.get());
 }
 
@@ -162,7 +254,7 @@ osg::Vec4 OSGPointCloud::colourAt(size_t i) const {
 }
 
 bool OSGPointCloud::heightColoured() const {
-    return OSGData::heightColoured() && (useHeightColours_ || !source_.IsValidColor());
+    return OSGData::heightColoured() && (useHeightColours_ || ownColours_.IsEmpty());
 }
 
 void OSGPointCloud::setUseHeightColours(bool on) {

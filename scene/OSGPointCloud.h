@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "OSGData.h"
 #include "QelPointCloud.h"
@@ -9,13 +11,14 @@ class ShaderPointSprite;
 
 // A point cloud as point geometry. Invalid points keep their slot at
 // (0, 0, 0), so vertex indices equal point indices; they take no part in
-// the height range.
+// the height range. The vertices are the cloud's own copy: the points as
+// given come back from them and the few invalid ones kept aside.
 class OSGPointCloud : public OSGData {
 public:
     OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                   bool useHeightColours);
     // Builds the cloud into the storage of 'previous', a cloud it replaces
-    // (see canReuse): the copy of the source and the arrays are overwritten
+    // (see canReuse): the arrays are overwritten
     // instead of allocated, and the next frame updates their buffer objects
     // in place. Everything else is new, as in a cloud built afresh.
     // 'previous' is left to be discarded.
@@ -29,7 +32,6 @@ public:
     static osg::BoundingBox extentOf(const QelPointCloud& cloud);
 
     void setRenderMode(RenderMode) override {}
-    osg::ref_ptr<osg::PrimitiveSet> rebuildGeometry() override;
     void setPointSize(float size) override;
     bool setColors(const QelColorArray& colours) override;
     void applyColourMap(double min, double max) override;
@@ -52,13 +54,22 @@ public:
     // 0 plain points, anything else lit sphere sprites.
     void setPointRenderMode(PointRenderMode mode);
     PointRenderMode pointRenderMode() const { return pointRenderMode_; }
-    const QelPointCloud& source() const { return source_; }
+    // The points as given, invalid ones included.
+    QelVector3dArray points() const;
+    // The cloud's own colours; empty when it has none.
+    const QelColorArray& ownColours() const { return ownColours_; }
 
 private:
+    struct Scan;
     void build(const QelPointCloud& cloud);
+    // The points copied as they are, then scanned for the extent and the
+    // height range, invalid ones moved to the origin and kept aside.
     void fillVertices(const QelPointCloud& from);
+    Scan scan(size_t from, size_t to);
 
-    QelPointCloud source_;
+    QelColorArray ownColours_;
+    // Invalid points by index, as given.
+    std::vector<std::pair<size_t, QelVector3d>> invalid_;
     // Normalised bytes, a quarter of the memory and upload of floats; the
     // base's float array stays empty.
     osg::ref_ptr<osg::Vec4ubArray> colours_;

@@ -85,7 +85,7 @@ bool pointsOf(const OSGData& object, QelVector3dArray* points, std::vector<long 
     *drawn = object.geometry();
     switch (object.kind()) {
         case ObjectKind::PointCloud:
-            *points = static_cast<const OSGPointCloud&>(object).source().DeepCopyPoints();
+            *points = static_cast<const OSGPointCloud&>(object).points();
             break;
         case ObjectKind::TriangleMesh:
             *points = static_cast<const OSGTriangleMesh&>(object).source().DeepCopyVertex();
@@ -160,10 +160,9 @@ long OutlineSelection::selectPoints(const QVector<QPointF>& outline, LassoShape 
     out->SetPoints(points);
     if (s.object->kind() != ObjectKind::PointCloud) return 0;
     // A cloud's own colours go with its points.
-    const QelPointCloud& cloud = static_cast<const OSGPointCloud*>(s.object)->source();
-    const QelColorArray colours = cloud.DeepCopyColors();
+    const QelColorArray& colours = static_cast<const OSGPointCloud*>(s.object)->ownColours();
     QelColorArray picked;
-    if (!cloud.IsValidColor() || !picked.Create(points.Length(), colours.Channel())) return 0;
+    if (colours.IsEmpty() || !picked.Create(points.Length(), colours.Channel())) return 0;
     const size_t c = static_cast<size_t>(colours.Channel());
     for (size_t k = 0; k < s.chosen.size(); ++k)
         std::memcpy(picked.Data() + c * k, colours.Data() + c * size_t(s.chosen[k]), c);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
+#include <cmath>
 #include <osg/BlendFunc>
 #include <osg/Point>
 
@@ -41,6 +42,37 @@ TEST(PointCloudObject, InvalidPointsKeepTheirSlot) {
     EXPECT_EQ(obj.maxZ(), 4.0);
     EXPECT_EQ(obj.kind(), ObjectKind::PointCloud);
     EXPECT_EQ(obj.id(), 7);
+    // The points come back as given, invalid ones included.
+    const QelVector3dArray back = obj.points();
+    ASSERT_EQ(back.Length(), 5);
+    EXPECT_EQ(back[1].z, 4.0f);
+    EXPECT_EQ(back[2].z, FLT_MAX);
+    EXPECT_TRUE(std::isnan(back[4].z));
+    EXPECT_EQ(back[4].x, 4.0f);
+
+    // A big cloud is scanned in two halves: invalid points in both, the
+    // extremes in the second.
+    const int n = 300001;
+    QelVector3dArray many(n);
+    for (int i = 0; i < n; ++i)
+        many[i] = QelVector3d(float(i % 100), float(i / 100), float(i % 7));
+    many[5] = QelVector3d(1, 2, INFINITY);
+    many[n - 3] = QelVector3d(NAN, 0, 1);
+    many[n - 2] = QelVector3d(-50, 9, 20);
+    QelPointCloud big;
+    big.SetPoints(many);
+    OSGPointCloud bigObj(big, RenderMode::Points, 9, true);
+    EXPECT_EQ(bigObj.minZ(), 0.0);
+    EXPECT_EQ(bigObj.maxZ(), 20.0);
+    const osg::BoundingBox box = bigObj.geometry()->getBoundingBox();
+    EXPECT_EQ(box.xMin(), -50.0f);
+    EXPECT_EQ(box.yMax(), float((n - 1) / 100));
+    EXPECT_EQ((*bigObj.vertexArray())[n - 3], osg::Vec3(0, 0, 0));
+    const QelVector3dArray bigBack = bigObj.points();
+    EXPECT_TRUE(std::isinf(bigBack[5].z));
+    EXPECT_TRUE(std::isnan(bigBack[n - 3].x));
+    EXPECT_EQ(bigBack[n - 2].x, -50.0f);
+    EXPECT_EQ(bigBack[1234].y, 12.0f);
 
     OSGPointCloud empty(QelPointCloud(), RenderMode::Points, 8, true);
     EXPECT_EQ(empty.isValid(), 0);

@@ -63,8 +63,8 @@ void expectSameObject(const OSGPointCloud& a, const OSGPointCloud& b) {
     EXPECT_EQ(a.pointSize(), b.pointSize());
     EXPECT_EQ(a.geometry()->getOrCreateStateSet()->getRenderingHint(),
               b.geometry()->getOrCreateStateSet()->getRenderingHint());
-    EXPECT_EQ(a.source().Length(), b.source().Length());
-    EXPECT_EQ(a.source()[299].z, b.source()[299].z);
+    EXPECT_EQ(a.points().Length(), b.points().Length());
+    EXPECT_EQ(a.points()[299].z, b.points()[299].z);
     EXPECT_EQ(a.drawnCount(), b.drawnCount());
 }
 
@@ -183,6 +183,6 @@ TEST(PointCloudStorage, RefusedReplacementLeavesTheOldCloud) {
     EXPECT_EQ(only(*view).id(), id);
     for (size_t i = 0; i < kept->size(); ++i)
         ASSERT_EQ((*only(*view).vertexArray())[i], (*kept)[i]) << "vertex " << i;
-    EXPECT_EQ(only(*view).source()[pts.Length() - 1].y, first[pts.Length() - 1].y);
+    EXPECT_EQ(only(*view).points()[pts.Length() - 1].y, first[pts.Length() - 1].y);
     EXPECT_EQ(differingPixels(view->grabFrame(), before), 0);
 }
