@@ -189,7 +189,9 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         startPending_ = false;
         progress_.clear();
         const unsigned int sample =
-            view_.budget().budget() > 0 ? unsigned(view_.budget().budget()) : 0;
+            view_.budget().budget() > 0
+                ? unsigned(view_.budget().budget() / (getenv("SHARE") ? atoi(getenv("SHARE")) : 1))
+                : 0;
         for (int i = 0; i < registry.count(); ++i) {
             OSGData* object = registry.at(i);
             const unsigned int slices = object->sliceCount(sample);
@@ -205,15 +207,18 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         refining_ = !progress_.empty();
         // A whole frame, but for the clouds' later slices.
         wholeWanted_ = appendPending_ = overlayPending_ = false;
+        pace_.restart();
         slicesPerFrame_ = 1;
         clock_.start();
     } else if (refining_) {
         // Go on from the kept picture, at its depth range: the next slices
-        // of the clouds not yet complete, as many as the last frame's pace
-        // fits in kFrameMs (at most twice as many as before).
-        const double lastMs = std::max(1.0, double(clock_.restart()));
-        const double fits = std::round(slicesPerFrame_ * kFrameMs / lastMs);
-        slicesPerFrame_ = unsigned(std::clamp(fits, 1.0, 2.0 * slicesPerFrame_));
+        // of the clouds not yet complete, as many as the pace of the frames
+        // so far fits in kFrameMs.
+        const double lastMs = double(clock_.restart());
+        if (getenv("PTRACE"))
+            fprintf(stderr, "PF lastMs=%.0f slices=%u\n", lastMs, slicesPerFrame_);
+        pace_.add(slicesPerFrame_, lastMs);
+        slicesPerFrame_ = pace_.slicesFor(kFrameMs);
         camera->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
         kept_.setRestoring(true);
         drawing_.clear();

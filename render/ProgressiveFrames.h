@@ -7,14 +7,16 @@
 #include <set>
 
 #include "KeptFrame.h"
+#include "RefinePace.h"
 #include "SceneModes.h"
 
 class GLViewer;
 class OSGDataManager;
 
 // Progressive still frames: after new data or when the camera stops, the
-// first frame draws every cloud over the point budget as an even sample
-// (its first slice) and keeps the picture; each later frame starts from the
+// first frame draws every cloud over a quarter of the point budget as an
+// even sample (its first slice of that size) and keeps the picture; each
+// later frame starts from the
 // kept picture and adds the next slices of those clouds only, as many as fit
 // in about kFrameMs, until every point is drawn. Every run of slices from
 // the first is an even sample, and each frame adds to the last, so the
@@ -25,6 +27,9 @@ class OSGDataManager;
 class ProgressiveFrames {
 public:
     static constexpr double kFrameMs = 100.0;
+    // The first frame draws this share of the point budget: a picture in
+    // a quarter of the time, filled in by the frames after it.
+    static constexpr long kFirstShare = 4;
 
     explicit ProgressiveFrames(GLViewer& view);
     ~ProgressiveFrames();
@@ -81,6 +86,7 @@ private:
     std::map<ObjectId, Progress> progress_;
     std::set<const osg::Node*> drawing_;
     unsigned int slicesPerFrame_ = 1;
+    RefinePace pace_;
     QElapsedTimer clock_;
     osg::Matrixd viewMatrix_, projection_;
     double viewport_[4] = {0, 0, 0, 0};
