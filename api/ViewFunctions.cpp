@@ -127,6 +127,16 @@ long QelSetEyeDomeLighting(long long window, bool enable, double strength, doubl
     return QelStatus::ofCurrentException();
 }
 
+long QelSetIncrementalFrames(long long window, bool enable) try {
+    QEL_ON_GUI_THREAD_ONLY();
+    Qel3DGraphicsPrivate* w = WindowRegistry::find(window);
+    if (!w) return QelStatus::kUnknownWindow;
+    w->viewer()->setIncremental(enable);
+    return QelStatus::kOk;
+} catch (...) {
+    return QelStatus::ofCurrentException();
+}
+
 long QelSetAxisVisible(long long window, bool visible) {
     QEL_ON_GUI_THREAD_ONLY();
     Qel3DGraphicsPrivate* w = WindowRegistry::find(window);

@@ -203,3 +203,9 @@ void GLViewer::requestRedraw() {
     osgWidget_->requestRedraw();
     osgWidget_->requestFrame();
 }
+
+void GLViewer::setIncremental(bool on) {
+    osgWidget_->setIncremental(on);
+    if (initialised_) progressive_->setEnabled(on);
+    requestRedraw();
+}

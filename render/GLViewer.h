@@ -55,6 +55,11 @@ public:
     PointBudget& budget() const { return *budget_; }
     EyeDomeLighting& eyeDome() const { return *eyeDome_; }
     ProgressiveFrames& progressive() const { return *progressive_; }
+    // Frames that cost what changed (the last frame shown again under the
+    // widgets over the view, progressive still pictures, streams and
+    // overlays over the kept picture), or every frame whole when off. On
+    // unless the environment sets QEL3D_INCREMENTAL=0.
+    void setIncremental(bool on);
     // Where the measurement labels went in the last frame (null before one).
     const MeasurementLabels* measurementLabels() const { return measurementLabels_.get(); }
 

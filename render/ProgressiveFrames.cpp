@@ -188,10 +188,8 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
     if (startPending_) {
         startPending_ = false;
         progress_.clear();
-        const unsigned int sample =
-            view_.budget().budget() > 0
-                ? unsigned(view_.budget().budget() / (getenv("SHARE") ? atoi(getenv("SHARE")) : 1))
-                : 0;
+        const long budget = view_.budget().budget();
+        const unsigned int sample = budget > 0 ? unsigned(std::max(1L, budget / kFirstShare)) : 0;
         for (int i = 0; i < registry.count(); ++i) {
             OSGData* object = registry.at(i);
             const unsigned int slices = object->sliceCount(sample);
@@ -215,8 +213,6 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
         // of the clouds not yet complete, as many as the pace of the frames
         // so far fits in kFrameMs.
         const double lastMs = double(clock_.restart());
-        if (getenv("PTRACE"))
-            fprintf(stderr, "PF lastMs=%.0f slices=%u\n", lastMs, slicesPerFrame_);
         pace_.add(slicesPerFrame_, lastMs);
         slicesPerFrame_ = pace_.slicesFor(kFrameMs);
         camera->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
