@@ -60,17 +60,20 @@ void SceneContent::setInfoText(const QStringList& lines) {
 }
 
 long SceneContent::changeItem(ObjectId id, const std::function<bool(SceneItem&)>& change) {
-    bool renderObject = false;
+    bool renderObject = false, overlay = false;
     {
         SceneLockGuard lock(lock_);
         SceneItem* item = find(id);
         if (!item || !change(*item)) return QelStatus::kObjectNotFound;
         renderObject = registry_->find(id) != nullptr;
+        overlay = textOverlays_.find(id) || measurements_.find(id);
     }
-    // Render objects move the data's bounds; shapes and texts only need a
-    // redraw.
+    // Render objects move the data's bounds; texts and measurements are
+    // drawn over the data, and shapes among it.
     if (renderObject)
         emit sig_dataChanged();
+    else if (overlay)
+        emit sig_overlayChanged();
     else
         emit sig_redraw();
     return QelStatus::kOk;

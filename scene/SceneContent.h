@@ -138,10 +138,10 @@ signals:
     // Render objects came or went, or changed their drawing: bounds and
     // everything fitted to them follow.
     void sig_dataChanged();
-    // Only a shape or a text changed: a redraw shows it.
+    // Only a shape changed: a redraw shows it.
     void sig_redraw();
-    // A text overlay or a measurement came or went: they are drawn over the
-    // data, which stays as it was.
+    // A text overlay or a measurement came, went or changed: they are drawn
+    // over the data, which stays as it was.
     void sig_overlayChanged();
     // A stream received lines.
     void sig_streamGrew();

@@ -198,7 +198,8 @@ TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
     QelVar text("Gap 0.12 mm");
     QelVector3d at(0, 0, 0);
     QelColor white(255, 255, 255, 255);
-    ASSERT_GE(s.view->content().addTextOverlay(text, at, 14, white), 1);
+    const long textId = s.view->content().addTextOverlay(text, at, 14, white);
+    ASSERT_GE(textId, 1);
     const QImage withText = paint(*s.view);
     EXPECT_EQ(s.view->progressive().overlayFrames(), before + 1);
     ASSERT_GE(s.view->content().addMeasurement(MeasureKind::Distance, {{-4, -4, 0}, {4, 3, 0}}), 1);
@@ -208,6 +209,14 @@ TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
     keepImage(withMeasurement, "progressive-overlays");
     const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
     EXPECT_LE(differing(withMeasurement, whole), whole.width() * whole.height() / 1000);
+
+    // Hiding the text is an overlay frame too, and leaves the data as it was.
+    ASSERT_EQ(s.view->content().setVisible(ObjectId(textId), false), 0);
+    const QImage hidden = paint(*s.view);
+    EXPECT_EQ(s.view->progressive().overlayFrames(), before + 3);
+    EXPECT_GT(differing(hidden, withMeasurement), 50) << "the text is gone";
+    const QImage wholeHidden = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_LE(differing(hidden, wholeHidden), whole.width() * whole.height() / 1000);
 }
 
 TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {
