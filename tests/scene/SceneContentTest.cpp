@@ -131,23 +131,25 @@ TEST(SceneContent, ColoursAreCheckedOnceForEveryKind) {
     EXPECT_NEAR(c.textOverlays().find(f.text)->text()->getColor().b(), 20 / 255.0, 1e-6);
 }
 
-TEST(SceneContent, RenderObjectsMoveTheBoundsShapesAndTextsOnlyRedraw) {
+TEST(SceneContent, RenderObjectsMoveTheBoundsShapesRedrawTextsAreOverlays) {
     Fixture f;
     SceneContent& c = f.content;
-    int data = 0, redraw = 0;
+    int data = 0, redraw = 0, overlay = 0;
     QObject::connect(&c, &SceneContent::sig_dataChanged, [&] { ++data; });
     QObject::connect(&c, &SceneContent::sig_redraw, [&] { ++redraw; });
+    QObject::connect(&c, &SceneContent::sig_overlayChanged, [&] { ++overlay; });
     ASSERT_EQ(c.setVisible(f.cloud, false), 0);
     EXPECT_EQ(data, 1);
     EXPECT_EQ(redraw, 0);
     ASSERT_EQ(c.setVisible(f.shape, false), 0);
-    ASSERT_EQ(c.setVisible(f.text, false), 0);
     ASSERT_EQ(c.setShapeMode(f.shape, RenderMode::Wireframe), 0);
-    EXPECT_EQ(data, 1);
-    EXPECT_EQ(redraw, 3);
+    EXPECT_EQ(redraw, 2);
+    ASSERT_EQ(c.setVisible(f.text, false), 0);
+    EXPECT_EQ(overlay, 1);
+    EXPECT_EQ(data + redraw, 3);
     // A refused change tells nobody.
     EXPECT_NE(c.setPointSize(f.text, 3.0f), 0);
-    EXPECT_EQ(data + redraw, 4);
+    EXPECT_EQ(data + redraw + overlay, 4);
 }
 
 // Labels give four significant digits of the value as rounded: a float
