@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QTimer>
+#include <QtGlobal>
 #include <algorithm>
 #include <cmath>
 #include <osgGA/CameraManipulator>
@@ -38,9 +39,16 @@ private:
     const ProgressiveFrames& frames_;
 };
 
+double frameMsFromEnvironment() {
+    bool ok = false;
+    const double ms = qEnvironmentVariable("QEL3D_REFINE_MS").toDouble(&ok);
+    return ok && ms >= 10 && ms <= 10000 ? ms : ProgressiveFrames::kFrameMs;
+}
+
 }  // namespace
 
-ProgressiveFrames::ProgressiveFrames(GLViewer& view) : view_(view), gate_(new Gate(*this)) {
+ProgressiveFrames::ProgressiveFrames(GLViewer& view)
+    : view_(view), gate_(new Gate(*this)), frameMs_(frameMsFromEnvironment()) {
     kept_.onKept([this] { remember(); });
 }
 
@@ -211,10 +219,10 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
     } else if (refining_) {
         // Go on from the kept picture, at its depth range: the next slices
         // of the clouds not yet complete, as many as the pace of the frames
-        // so far fits in kFrameMs.
+        // so far fits in frameMs_.
         const double lastMs = double(clock_.restart());
         pace_.add(slicesPerFrame_, lastMs);
-        slicesPerFrame_ = pace_.slicesFor(kFrameMs);
+        slicesPerFrame_ = pace_.slicesFor(frameMs_);
         camera->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
         kept_.setRestoring(true);
         drawing_.clear();

@@ -18,7 +18,7 @@ class OSGDataManager;
 // even sample (its first slice of that size) and keeps the picture; each
 // later frame starts from the
 // kept picture and adds the next slices of those clouds only, as many as fit
-// in about kFrameMs, until every point is drawn. Every run of slices from
+// in about frameMs(), until every point is drawn. Every run of slices from
 // the first is an even sample, and each frame adds to the last, so the
 // picture fills in without flicker. A stream that grew draws only its new
 // bands over the kept picture, and a new text or measurement none of the
@@ -26,6 +26,8 @@ class OSGDataManager;
 // a screenshot or shapes in the view draw whole frames as before.
 class ProgressiveFrames {
 public:
+    // The time a refinement frame aims at, unless the environment sets
+    // QEL3D_REFINE_MS (milliseconds, 10 to 10000).
     static constexpr double kFrameMs = 100.0;
     // The first frame draws this share of the point budget: a picture in
     // a third of the time, filled in by the frames after it.
@@ -35,6 +37,7 @@ public:
     ~ProgressiveFrames();
 
     void setEnabled(bool on);
+    double frameMs() const { return frameMs_; }
     bool isEnabled() const { return enabled_; }
     // The next frame starts a progressive picture.
     void start() { startPending_ = true; }
@@ -85,6 +88,7 @@ private:
     bool wholeWanted_ = true;
     std::map<ObjectId, Progress> progress_;
     std::set<const osg::Node*> drawing_;
+    double frameMs_;
     unsigned int slicesPerFrame_ = 1;
     RefinePace pace_;
     QElapsedTimer clock_;

@@ -93,12 +93,12 @@ OSGPointCloud::OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, 
                              bool useHeightColours, OSGPointCloud& previous)
     : OSGData(id, ObjectKind::PointCloud, useHeightColours), colours_(new osg::Vec4ubArray) {
     renderMode_ = renderMode;
-    // The arrays keep their buffer object: an array of unchanged size is
-    // sent to it again without reallocating it.
+    // The arrays keep their memory, and with hardware GL their buffer
+    // objects: an array of unchanged size is written again in place.
     const size_t n = static_cast<size_t>(cloud.Length());
     if (previous.vertices_->size() == n) vertices_ = previous.vertices_;
     if (previous.colours_->size() == n) colours_ = previous.colours_;
-    build(cloud);  // the source into the storage taken over
+    build(cloud);  // the points into the storage taken over
 }
 
 bool OSGPointCloud::canReuse(const OSGData& previous, int points) {

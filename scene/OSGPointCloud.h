@@ -18,10 +18,10 @@ public:
     OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                   bool useHeightColours);
     // Builds the cloud into the storage of 'previous', a cloud it replaces
-    // (see canReuse): the arrays are overwritten
-    // instead of allocated, and the next frame updates their buffer objects
-    // in place. Everything else is new, as in a cloud built afresh.
-    // 'previous' is left to be discarded.
+    // (see canReuse): the arrays are overwritten instead of allocated, and
+    // with hardware GL the next frame updates their buffer objects in place.
+    // Everything else is new, as in a cloud built afresh. 'previous' is left
+    // to be discarded.
     OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
                   bool useHeightColours, OSGPointCloud& previous);
     ~OSGPointCloud() override;

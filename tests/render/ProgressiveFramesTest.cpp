@@ -227,3 +227,14 @@ TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {
     EXPECT_EQ(s.cloud->drawnCount(), unsigned(kSide * kSide));
     EXPECT_FALSE(s.view->progressive().isRefining());
 }
+
+TEST(ProgressiveFrames, TheFrameTimeIsTunableInTheEnvironment) {
+    for (const auto& [text, ms] : {std::pair<const char*, double>{"250", 250.0},
+                                   {"5", ProgressiveFrames::kFrameMs},
+                                   {"fast", ProgressiveFrames::kFrameMs}}) {
+        setenv("QEL3D_REFINE_MS", text, 1);
+        auto view = makeView(100, 100);
+        unsetenv("QEL3D_REFINE_MS");
+        EXPECT_EQ(view->progressive().frameMs(), ms) << text;
+    }
+}
