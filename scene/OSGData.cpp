@@ -280,3 +280,7 @@ void OSGData::switchSurfaceMode(
         setPolygonMode(polygonMode, to);
     }
 }
+
+unsigned int OSGData::drawnCount() const {
+    return geometry_->getNumPrimitiveSets() ? geometry_->getPrimitiveSet(0)->getNumIndices() : 0;
+}

@@ -58,8 +58,8 @@ public:
     // budget (1: drawn whole at once); slices [from, to) are drawn next.
     virtual unsigned int sliceCount(unsigned int) const { return 1; }
     virtual void setDrawSlices(unsigned int, unsigned int, unsigned int) {}
-    // Points the object draws now, where it counts them (0 elsewhere).
-    virtual unsigned int drawnCount() const { return 0; }
+    // Vertices (or indices) the geometry's first primitive set draws now.
+    unsigned int drawnCount() const;
     virtual ObjectId id() const { return id_; }
     virtual double minZ() const { return minZ_; }
     virtual double maxZ() const { return maxZ_; }

@@ -100,7 +100,3 @@ osg::BoundingBox OSGDataStream::tailBounds() const {
     }
     return box;
 }
-
-unsigned int OSGDataStream::drawnCount() const {
-    return geometry_->getNumPrimitiveSets() ? geometry_->getPrimitiveSet(0)->getNumIndices() : 0;
-}

@@ -33,7 +33,6 @@ public:
     // matrix).
     osg::BoundingBox tailBounds() const;
     // Vertices (points) or triangle indices the frame draws.
-    unsigned int drawnCount() const override;
 
 private:
     void apply(RenderMode mode);

@@ -293,10 +293,6 @@ void OSGPointCloud::setDrawSlices(unsigned int slices, unsigned int from, unsign
     geometry_->setPrimitiveSet(0, sample_.get());
 }
 
-unsigned int OSGPointCloud::drawnCount() const {
-    return geometry_->getNumPrimitiveSets() ? geometry_->getPrimitiveSet(0)->getNumIndices() : 0;
-}
-
 void OSGPointCloud::setPointSize(float size) {
     if (pointRenderMode_ == PointRenderMode::Plain) {
         OSGData::setPointSize(size);

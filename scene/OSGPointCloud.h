@@ -48,8 +48,6 @@ public:
     // and any run of slices from the first one too. k = points / budget.
     unsigned int sliceCount(unsigned int budget) const override;
     void setDrawSlices(unsigned int slices, unsigned int from, unsigned int to) override;
-    // Points drawn now.
-    unsigned int drawnCount() const override;
 
     // 0 plain points, anything else lit sphere sprites.
     void setPointRenderMode(PointRenderMode mode);
