@@ -196,9 +196,9 @@ TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
         paint(*s.view);
     const long before = s.view->progressive().overlayFrames();
     QelVar text("Gap 0.12 mm");
-    QelVector3d at(0, 0, 0);
+    QelVector3d at(-3.5f, -2.5f, 0);  // sizes are in scene units
     QelColor white(255, 255, 255, 255);
-    const long textId = s.view->content().addTextOverlay(text, at, 14, white);
+    const long textId = s.view->content().addTextOverlay(text, at, 1.2f, white);
     ASSERT_GE(textId, 1);
     const QImage withText = paint(*s.view);
     EXPECT_EQ(s.view->progressive().overlayFrames(), before + 1);
