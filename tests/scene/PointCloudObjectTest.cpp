@@ -1,11 +1,10 @@
-// The point cloud render object: vertices, height range, colours, point
-// modes, visibility, and that it draws through the real path.
+// The point cloud render object: vertices, height range, colours, and that
+// it draws through the real path.
 #include <gtest/gtest.h>
 
 #include <cfloat>
 #include <cmath>
 #include <osg/BlendFunc>
-#include <osg/Point>
 
 #include "../render/RenderTestScene.h"
 #include "ColorMapIndex.h"
@@ -127,27 +126,6 @@ TEST(PointCloudObject, OwnColoursAndExplicitColours) {
     const osg::StateSet* ss = obj.geometry()->getStateSet();
     EXPECT_EQ(ss->getRenderingHint(), osg::StateSet::TRANSPARENT_BIN);
     EXPECT_NE(ss->getAttribute(osg::StateAttribute::BLENDFUNC), nullptr);
-}
-
-TEST(PointCloudObject, PointModesSizesAndVisibility) {
-    OSGPointCloud obj(cloudOf({{0, 0, 0}, {1, 0, 1}}), RenderMode::Points, 1, true);
-    obj.setPointSize(4.0f);
-    obj.setPointRenderMode(PointRenderMode::Sprite);
-    obj.setPointRenderMode(PointRenderMode::Sprite);
-    EXPECT_NE(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
-    float radius = 0;
-    obj.node()->getStateSet()->getUniform("sphere_radius")->get(radius);
-    EXPECT_FLOAT_EQ(radius, 4.4f);
-    obj.setPointRenderMode(PointRenderMode::Plain);
-    EXPECT_EQ(obj.node()->getStateSet()->getAttribute(osg::StateAttribute::PROGRAM), nullptr);
-    auto* point = dynamic_cast<const osg::Point*>(
-        obj.node()->getStateSet()->getAttribute(osg::StateAttribute::POINT));
-    ASSERT_NE(point, nullptr);
-    EXPECT_EQ(point->getSize(), 4.0f);
-    obj.setVisible(false);
-    EXPECT_EQ(obj.node()->getNodeMask(), 0u);
-    obj.setVisible(true);
-    EXPECT_EQ(obj.node()->getNodeMask(), 1u);
 }
 
 TEST(PointCloudObject, DrawsWhereItsMatrixPutsIt) {

@@ -1,10 +1,9 @@
 // The range image render object: sample types and markers, decimation,
-// the row-to-x transposition, triangles, normals, colours and modes.
+// the row-to-x transposition, triangles, normals and colours.
 #include <gtest/gtest.h>
 
 #include <cfloat>
 #include <cstring>
-#include <osg/PolygonMode>
 
 #include "../RangeImageSamples.h"
 #include "../render/RenderTestScene.h"
@@ -58,20 +57,6 @@ TEST(RangeImageObject, RowsFeedXAndHolesRemoveTheirTriangles) {
     const osg::Vec3Array& n =
         *static_cast<const osg::Vec3Array*>(obj.levelGeometry(0)->getNormalArray());
     EXPECT_EQ(n[2 * 6 + 3], osg::Vec3(0, 0, 1));  // vertex of (2, 4) after the hole
-}
-
-TEST(RangeImageObject, RenderModesRoundTrip) {
-    OSGRangeImage obj(imageOf(QEL_32F, 8, 8, 1.5f), RenderMode::Points, 1, 1, true);
-    EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
-    obj.setRenderMode(RenderMode::Wireframe);
-    EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_TRIANGLES));
-    auto* pm = dynamic_cast<const osg::PolygonMode*>(
-        obj.levelGeometry(0)->getStateSet()->getAttribute(osg::StateAttribute::POLYGONMODE));
-    ASSERT_NE(pm, nullptr);
-    EXPECT_EQ(pm->getMode(osg::PolygonMode::FRONT), osg::PolygonMode::LINE);
-    obj.setRenderMode(RenderMode::Points);
-    EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getMode(), GLenum(GL_POINTS));
-    EXPECT_EQ(obj.levelGeometry(0)->getPrimitiveSet(0)->getNumIndices(), 64u);
 }
 
 TEST(RangeImageObject, ColourMapIsTableFiveAndColoursFollowVertices) {
