@@ -16,14 +16,13 @@ class OSGDataManager;
 // Progressive still frames: after new data or when the camera stops, the
 // first frame draws every cloud over a third of the point budget as an
 // even sample (its first slice of that size) and keeps the picture; each
-// later frame starts from the
-// kept picture and adds the next slices of those clouds only, as many as fit
-// in about frameMs(), until every point is drawn. Every run of slices from
-// the first is an even sample, and each frame adds to the last, so the
-// picture fills in without flicker. A stream that grew draws only its new
-// bands over the kept picture, and a new text or measurement none of the
-// data. Any other change, a camera move, a new size,
-// a screenshot or shapes in the view draw whole frames as before.
+// later frame starts from the kept picture and adds the next slices of
+// those clouds only, as many as fit in about frameMs(), until every point
+// is drawn. Every run of slices from the first is an even sample, and each
+// frame adds to the last, so the picture fills in without flicker. A stream
+// that grew draws only its new bands over the kept picture, and a new or
+// changed text or measurement none of the data. Any other change, a camera
+// move, a new size, a screenshot or shapes in the view draw whole frames.
 class ProgressiveFrames {
 public:
     // The time a refinement frame aims at, unless the environment sets

@@ -48,14 +48,6 @@ int lit(const QImage& image) {
     return countUnlike(image, Qt::black, 0);
 }
 
-int differing(const QImage& a, const QImage& b) {
-    int n = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            n += a.pixel(x, y) != b.pixel(x, y);
-    return n;
-}
-
 struct Shown {
     std::unique_ptr<GLViewer> view;
     OSGPointCloud* cloud = nullptr;
@@ -100,7 +92,7 @@ TEST(ProgressiveFrames, ASampleAtOnceThenEveryFrameAddsToTheLastUntilTheWholeFra
             EXPECT_GT(frames, 2);
             const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
             keepImage(frame, "progressive-refined");
-            EXPECT_LE(differing(frame, whole), frame.width() * frame.height() / 1000)
+            EXPECT_LE(differingPixels(frame, whole), frame.width() * frame.height() / 1000)
                 << "points of equal depth in another order at most";
         }
 }
@@ -117,7 +109,8 @@ TEST(ProgressiveFrames, ACameraMoveStartsOverAScreenshotIsComplete) {
     const QImage complete = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
     EXPECT_FALSE(s.view->progressive().isRefining());
     EXPECT_EQ(s.cloud->drawnCount(), unsigned(kSide * kSide));
-    EXPECT_LE(differing(paint(*s.view), complete), complete.width() * complete.height() / 1000);
+    EXPECT_LE(differingPixels(paint(*s.view), complete),
+              complete.width() * complete.height() / 1000);
 
     // The camera moves: the next still frame starts from a sample again.
     s.view->progressive().start();
@@ -181,7 +174,7 @@ TEST(ProgressiveFrames, AStreamDrawsOnlyItsNewBands) {
     const QImage streamed = paint(*view);
     keepImage(streamed, "progressive-stream");
     const QImage whole = view->grabFrame().convertToFormat(QImage::Format_RGB32);
-    EXPECT_LE(differing(streamed, whole), whole.width() * whole.height() / 1000);
+    EXPECT_LE(differingPixels(streamed, whole), whole.width() * whole.height() / 1000);
     EXPECT_GT(countUnlike(whole, Qt::black, 0), 2000) << "the scan is in view";
 }
 
@@ -205,18 +198,18 @@ TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
     ASSERT_GE(s.view->content().addMeasurement(MeasureKind::Distance, {{-4, -4, 0}, {4, 3, 0}}), 1);
     const QImage withMeasurement = paint(*s.view);
     EXPECT_EQ(s.view->progressive().overlayFrames(), before + 2);
-    EXPECT_GT(differing(withText, withMeasurement), 100) << "the measurement shows";
+    EXPECT_GT(differingPixels(withText, withMeasurement), 100) << "the measurement shows";
     keepImage(withMeasurement, "progressive-overlays");
     const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
-    EXPECT_LE(differing(withMeasurement, whole), whole.width() * whole.height() / 1000);
+    EXPECT_LE(differingPixels(withMeasurement, whole), whole.width() * whole.height() / 1000);
 
     // Hiding the text is an overlay frame too, and leaves the data as it was.
     ASSERT_EQ(s.view->content().setVisible(ObjectId(textId), false), 0);
     const QImage hidden = paint(*s.view);
     EXPECT_EQ(s.view->progressive().overlayFrames(), before + 3);
-    EXPECT_GT(differing(hidden, withMeasurement), 50) << "the text is gone";
+    EXPECT_GT(differingPixels(hidden, withMeasurement), 50) << "the text is gone";
     const QImage wholeHidden = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
-    EXPECT_LE(differing(hidden, wholeHidden), whole.width() * whole.height() / 1000);
+    EXPECT_LE(differingPixels(hidden, wholeHidden), whole.width() * whole.height() / 1000);
 }
 
 TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {

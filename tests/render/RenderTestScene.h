@@ -82,3 +82,17 @@ inline int countUnlike(const QImage& image, QColor c, int tolerance = 8) {
         }
     return n;
 }
+
+// Number of pixels in which two pictures of one size differ by more than
+// tolerance in any channel.
+inline int differingPixels(const QImage& a, const QImage& b, int tolerance = 0) {
+    int n = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor p = a.pixelColor(x, y), q = b.pixelColor(x, y);
+            n += std::abs(p.red() - q.red()) > tolerance ||
+                 std::abs(p.green() - q.green()) > tolerance ||
+                 std::abs(p.blue() - q.blue()) > tolerance;
+        }
+    return n;
+}

@@ -122,14 +122,6 @@ bool programLinked(GLViewer& view, osg::Program* program) {
     return pcp && pcp->isLinked();
 }
 
-int differingPixels(const QImage& a, const QImage& b) {
-    int n = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            n += a.pixel(x, y) != b.pixel(x, y);
-    return n;
-}
-
 }  // namespace
 
 TEST(NamedPrograms, EachCompilesLinksAndChangesThePicture) {

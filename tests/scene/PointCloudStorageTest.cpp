@@ -68,19 +68,6 @@ void expectSameObject(const OSGPointCloud& a, const OSGPointCloud& b) {
     EXPECT_EQ(a.drawnCount(), b.drawnCount());
 }
 
-// Pixels that differ by more than 'tolerance' in any channel.
-int differingPixels(const QImage& a, const QImage& b, int tolerance = 0) {
-    int n = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) {
-            const QColor p = a.pixelColor(x, y), q = b.pixelColor(x, y);
-            n += std::abs(p.red() - q.red()) > tolerance ||
-                 std::abs(p.green() - q.green()) > tolerance ||
-                 std::abs(p.blue() - q.blue()) > tolerance;
-        }
-    return n;
-}
-
 }  // namespace
 
 TEST(PointCloudStorage, ByteColoursDrawWhatFloatColoursDraw) {
