@@ -14,7 +14,7 @@ class GLViewer;
 class OSGDataManager;
 
 // Progressive still frames: after new data or when the camera stops, the
-// first frame draws every cloud over a third of the point budget as an
+// first frame draws every cloud over a fifth of the point budget as an
 // even sample (its first slice of that size) and keeps the picture; each
 // later frame starts from the kept picture and adds the next slices of
 // those clouds only, as many as fit in about frameMs(), until every point
@@ -28,9 +28,9 @@ public:
     // The time a refinement frame aims at, unless the environment sets
     // QEL3D_REFINE_MS (milliseconds, 10 to 10000).
     static constexpr double kFrameMs = 100.0;
-    // The first frame draws this share of the point budget: a picture in
-    // a third of the time, filled in by the frames after it.
-    static constexpr long kFirstShare = 3;
+    // The first frame draws this share of the point budget: a picture
+    // soon after the display, filled in by the frames after it.
+    static constexpr long kFirstShare = 5;
 
     explicit ProgressiveFrames(GLViewer& view);
     ~ProgressiveFrames();

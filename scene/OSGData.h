@@ -58,6 +58,9 @@ public:
     // budget (1: drawn whole at once); slices [from, to) are drawn next.
     virtual unsigned int sliceCount(unsigned int) const { return 1; }
     virtual void setDrawSlices(unsigned int, unsigned int, unsigned int) {}
+    // The index of the host's point a vertex shows (the same but in clouds
+    // stored in another order).
+    virtual size_t pointIndexOf(size_t vertex) const { return vertex; }
     // Vertices (or indices) the geometry's first primitive set draws now.
     unsigned int drawnCount() const;
     virtual ObjectId id() const { return id_; }

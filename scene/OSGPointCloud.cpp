@@ -2,8 +2,6 @@
 
 #include <cfloat>
 #include <cmath>
-#include <cstring>
-#include <type_traits>
 
 #include <osg/BoundingBox>
 #include <osg/GLExtensions>
@@ -76,9 +74,6 @@ private:
 
 // From this many points a second thread pays off.
 constexpr size_t kSecondThreadFrom = 100000;
-
-static_assert(sizeof(QelVector3d) == sizeof(osg::Vec3) && std::is_trivially_copyable_v<QelVector3d>,
-              "a cloud's points are copied into the vertices as they are");
 
 }  // namespace
 
@@ -159,40 +154,47 @@ struct OSGPointCloud::Scan {
     std::vector<std::pair<size_t, QelVector3d>> invalid;
 };
 
-OSGPointCloud::Scan OSGPointCloud::scan(size_t from, size_t to) {
+OSGPointCloud::Scan OSGPointCloud::gather(const QelVector3d* points, size_t from, size_t to) {
     Scan s;
-    osg::Vec3* v = vertices_->empty() ? nullptr : &vertices_->front();
-    for (size_t i = from; i < to; ++i) {
-        if (!isValidXyz(v[i].x(), v[i].y(), v[i].z())) {
-            s.invalid.emplace_back(i, QelVector3d(v[i].x(), v[i].y(), v[i].z()));
-            v[i].set(0, 0, 0);
-            continue;
+    osg::Vec3* v = &vertices_->front();
+    order_.forEach(from, to, [&](size_t i, size_t at) {
+        const QelVector3d& p = points[i];
+        if (!isValidPoint(p)) {
+            s.invalid.emplace_back(i, p);
+            v[at].set(0, 0, 0);
+            return;
         }
-        for (int k = 0; k < 3; ++k) {
-            s.lo[k] = std::min(s.lo[k], v[i][k]);
-            s.hi[k] = std::max(s.hi[k], v[i][k]);
-        }
-    }
+        v[at].set(p.x, p.y, p.z);
+        s.lo[0] = std::min(s.lo[0], p.x);
+        s.hi[0] = std::max(s.hi[0], p.x);
+        s.lo[1] = std::min(s.lo[1], p.y);
+        s.hi[1] = std::max(s.hi[1], p.y);
+        s.lo[2] = std::min(s.lo[2], p.z);
+        s.hi[2] = std::max(s.hi[2], p.z);
+    });
     return s;
 }
 
 void OSGPointCloud::fillVertices(const QelPointCloud& from) {
     const size_t n = static_cast<size_t>(from.Length());
+    order_ = SliceOrder(n);
     if (vertices_->size() != n) {
         vertices_->clear();
         vertices_->resize(n);
     }
-    std::memcpy(static_cast<void*>(&vertices_->front()), &from[0], n * sizeof(osg::Vec3));
     vertices_->dirty();
-    // The scan reads memory just written: halves on two threads.
+    // One pass reads the points and writes them into their order: halves on
+    // two threads.
+    const QelVector3d* points = &from[0];
     std::future<Scan> second;
     if (n >= kSecondThreadFrom) {
         try {
-            second = std::async(std::launch::async, [this, n] { return scan(n / 2, n); });
+            second = std::async(std::launch::async,
+                                [this, points, n] { return gather(points, n / 2, n); });
         } catch (const std::system_error&) {
         }
     }
-    Scan all = scan(0, second.valid() ? n / 2 : n);
+    Scan all = gather(points, 0, second.valid() ? n / 2 : n);
     if (second.valid()) {
         Scan upper = second.get();
         for (int k = 0; k < 3; ++k) {
@@ -216,13 +218,35 @@ void OSGPointCloud::fillVertices(const QelPointCloud& from) {
 }
 
 QelVector3dArray OSGPointCloud::points() const {
-    QelVector3dArray out(static_cast<int>(vertices_->size()));
-    if (!vertices_->empty())
-        std::memcpy(static_cast<void*>(&out[0]), &vertices_->front(),
-                    vertices_->size() * sizeof(osg::Vec3));
+    const size_t n = vertices_->size();
+    QelVector3dArray out(static_cast<int>(n));
+    if (n == 0) return out;
+    const osg::Vec3* v = &vertices_->front();
+    QelVector3d* to = &out[0];
+    order_.forEach(
+        0, n, [&](size_t i, size_t at) { to[i] = QelVector3d(v[at].x(), v[at].y(), v[at].z()); });
     for (const auto& [i, p] : invalid_)
         out[static_cast<int>(i)] = p;
     return out;
+}
+
+int OSGPointCloud::copyInOrder(const QelColorArray& colours) {
+    const size_t n = static_cast<size_t>(colours.Length());
+    if (order_.isIdentity() || n != order_.size()) return copyColours(*colours_, colours);
+    if (colours_->size() != n) {
+        colours_->clear();
+        colours_->resize(n);
+    }
+    int smallest = 255;
+    osg::Vec4ub* out = &colours_->front();
+    order_.forEach(0, n, [&](size_t i, size_t at) {
+        const QelColor c = colours[static_cast<int>(i)];
+        smallest = std::min(smallest, c.a);
+        out[at].set(static_cast<unsigned char>(c.r), static_cast<unsigned char>(c.g),
+                    static_cast<unsigned char>(c.b), static_cast<unsigned char>(c.a));
+    });
+    colours_->dirty();
+    return smallest;
 }
 
 void OSGPointCloud::applyDefaultColours() {
@@ -231,7 +255,7 @@ void OSGPointCloud::applyDefaultColours() {
         applyColourMap(minZ_, maxZ_);
         return;
     }
-    copyColours(*colours_, ownColours_);
+    copyInOrder(ownColours_);
     bindColours(colours_.get());
 }
 
@@ -243,13 +267,14 @@ void OSGPointCloud::applyColourMap(double min, double max) {
 
 bool OSGPointCloud::setColors(const QelColorArray& colours) {
     if (!fitsVertices(colours)) return false;
-    applyAlpha(copyColours(*colours_, colours));
+    applyAlpha(copyInOrder(colours));
     bindColours(colours_.get());
     return true;
 }
 
 osg::Vec4 OSGPointCloud::colourAt(size_t i) const {
-    const osg::Vec4ub& c = (*colours_)[i];
+    const osg::Vec4ub& c =
+        (*colours_)[colours_->size() == order_.size() ? order_.positionOf(i) : i];
     return ColourBytes::toVec4(c.r(), c.g(), c.b(), c.a());
 }
 
@@ -282,6 +307,12 @@ void OSGPointCloud::setDrawSlices(unsigned int slices, unsigned int from, unsign
     to_ = to;
     if (all) {
         geometry_->setPrimitiveSet(0, allPoints_.get());
+        return;
+    }
+    if (!order_.isIdentity() && slices <= order_.fineSlices()) {
+        const auto [first, last] = order_.range(slices, from, to);
+        geometry_->setPrimitiveSet(0, new osg::DrawArrays(GL_POINTS, static_cast<GLint>(first),
+                                                          static_cast<GLsizei>(last - first)));
         return;
     }
     const size_t n = vertices_->size();

@@ -6,13 +6,17 @@
 
 #include "OSGData.h"
 #include "QelPointCloud.h"
+#include "SliceOrder.h"
 
 class ShaderPointSprite;
 
 // A point cloud as point geometry. Invalid points keep their slot at
-// (0, 0, 0), so vertex indices equal point indices; they take no part in
-// the height range. The vertices are the cloud's own copy: the points as
-// given come back from them and the few invalid ones kept aside.
+// (0, 0, 0); they take no part in the height range. The vertices are the
+// cloud's own copy: the points as given come back from them and the few
+// invalid ones kept aside. A big cloud's vertices are stored in slice
+// order (see SliceOrder), so that a sample of it is one range to draw;
+// colours follow the vertices, and pointIndexOf turns a vertex back into
+// the host's point index.
 class OSGPointCloud : public OSGData {
 public:
     OSGPointCloud(const QelPointCloud& cloud, RenderMode renderMode, ObjectId id,
@@ -41,11 +45,13 @@ public:
     void setUseHeightColours(bool on) override;
     bool heightColoured() const override;
 
-    // Over budget, draws every k-th point (k = points / budget rounded up):
-    // an even sample of a scan's rows or of a cloud in any order.
+    // Over budget, draws the first of k slices (k = points / budget rounded
+    // up): an even sample of a scan's rows or of a cloud in any order.
     void setDrawBudget(unsigned int budget) override;
-    // Slice j of k holds the points i with i mod k = j: each an even sample,
-    // and any run of slices from the first one too. k = points / budget.
+    // k = points / budget slices, each an even sample, and any run of slices
+    // from the first one too. In slice order they are fine slices in runs;
+    // a cloud in its own order, or more slices than fine slices, takes every
+    // k-th vertex from the j-th.
     unsigned int sliceCount(unsigned int budget) const override;
     void setDrawSlices(unsigned int slices, unsigned int from, unsigned int to) override;
 
@@ -54,20 +60,26 @@ public:
     PointRenderMode pointRenderMode() const { return pointRenderMode_; }
     // The points as given, invalid ones included.
     QelVector3dArray points() const;
+    size_t pointIndexOf(size_t vertex) const override { return order_.pointAt(vertex); }
+    const SliceOrder& order() const { return order_; }
     // The cloud's own colours; empty when it has none.
     const QelColorArray& ownColours() const { return ownColours_; }
 
 private:
     struct Scan;
     void build(const QelPointCloud& cloud);
-    // The points copied as they are, then scanned for the extent and the
-    // height range, invalid ones moved to the origin and kept aside.
+    // The points copied into their order, scanned on the way for the extent
+    // and the height range, invalid ones moved to the origin and kept aside.
     void fillVertices(const QelPointCloud& from);
-    Scan scan(size_t from, size_t to);
+    Scan gather(const QelVector3d* points, size_t from, size_t to);
+    // Host colours (one per point, or one for all) into the vertices' order;
+    // returns their smallest alpha.
+    int copyInOrder(const QelColorArray& colours);
 
     QelColorArray ownColours_;
     // Invalid points by index, as given.
     std::vector<std::pair<size_t, QelVector3d>> invalid_;
+    SliceOrder order_;
     // Normalised bytes, a quarter of the memory and upload of floats; the
     // base's float array stays empty.
     osg::ref_ptr<osg::Vec4ubArray> colours_;

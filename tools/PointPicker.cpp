@@ -129,15 +129,19 @@ private:
     osg::NodePath path_;
 };
 
-// The render object whose node lies on the path, or 0.
-ObjectId objectOn(const osg::NodePath& path, const OSGDataManager* registry) {
-    if (!registry) return 0;
+// The render object whose node lies on the path, or null.
+const OSGData* objectOn(const osg::NodePath& path, const OSGDataManager* registry) {
+    if (!registry) return nullptr;
     for (int i = 0; i < registry->count(); ++i) {
         const OSGData* object = registry->at(i);
         for (const osg::Node* node : path)
-            if (node == object->node()) return object->id();
+            if (node == object->node()) return object;
     }
-    return 0;
+    return nullptr;
+}
+
+ObjectId idOf(const OSGData* object) {
+    return object ? object->id() : 0;
 }
 
 // The vertex of the hit triangle nearest to the hit, when it is drawn (on
@@ -205,7 +209,7 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
         if (!kept(clip, world)) continue;
         const osg::Vec4d h = osg::Vec4d(world, 1.0) * toWindow;
         bestDepth = h.w() > 0 ? h.z() / h.w() : bestDepth;
-        *hit = PickHit{objectOn(surface.nodePath, registry),
+        *hit = PickHit{idOf(objectOn(surface.nodePath, registry)),
                        static_cast<long long>(surface.primitiveIndex), world};
         if (snap) snapToVertex(surface, clip, hit);
         break;
@@ -217,7 +221,12 @@ bool PointPicker::pick(osg::Camera& camera, osg::Node& scene, double x, double y
     PointsUnderCursor points(toWindow, eye, x, y, clip, PixelRatio::of(&camera));
     scene.accept(points);
     if (points.found() && points.depth() < bestDepth) {
-        *hit = PickHit{objectOn(points.path(), registry), points.element(), points.point()};
+        // The vertex's point as the host numbers it.
+        const OSGData* object = objectOn(points.path(), registry);
+        const long long point =
+            object ? static_cast<long long>(object->pointIndexOf(size_t(points.element())))
+                   : points.element();
+        *hit = PickHit{idOf(object), point, points.point()};
         return true;
     }
     return bestDepth < std::numeric_limits<double>::infinity();
