@@ -24,16 +24,17 @@
 
 namespace {
 
-constexpr int kSide = 200;      // 40,000 points
+constexpr int kSide = 200;      // 40,000 points, kept in their order
 constexpr long kBudget = 5000;  // 8 slices
 
-// A wavy sheet of points, coloured by height.
-QelPointCloud sheet() {
-    QelVector3dArray points(kSide * kSide);
-    for (int i = 0; i < kSide; ++i)
-        for (int j = 0; j < kSide; ++j)
-            points[i * kSide + j] =
-                QelVector3d(-5 + 0.05f * i, -5 + 0.05f * j, 0.5f * std::sin(0.1f * float(i + j)));
+// A wavy sheet of side x side points over 10 x 10, coloured by height.
+QelPointCloud sheet(int side = kSide) {
+    QelVector3dArray points(side * side);
+    const float step = 10.0f / side;
+    for (int i = 0; i < side; ++i)
+        for (int j = 0; j < side; ++j)
+            points[i * side + j] =
+                QelVector3d(-5 + step * i, -5 + step * j, 0.5f * std::sin(2 * step * float(i + j)));
     QelPointCloud cloud;
     cloud.SetPoints(points);
     return cloud;
@@ -53,10 +54,10 @@ struct Shown {
     OSGPointCloud* cloud = nullptr;
 };
 
-Shown showSheet(int width, int height) {
+Shown showSheet(int width, int height, int side = kSide, long budget = kBudget) {
     Shown s{makeView(width, height, 25.0)};
-    s.view->budget().setBudget(kBudget);
-    const long id = s.view->content().addPointCloud(sheet());
+    s.view->budget().setBudget(budget);
+    const long id = s.view->content().addPointCloud(sheet(side));
     s.cloud = static_cast<OSGPointCloud*>(s.view->content().registry().find(int(id)));
     return s;
 }
@@ -64,37 +65,51 @@ Shown showSheet(int width, int height) {
 }  // namespace
 
 TEST(ProgressiveFrames, ASampleAtOnceThenEveryFrameAddsToTheLastUntilTheWholeFrame) {
-    for (const QSize size : {QSize(240, 200), QSize(320, 320)})
-        for (const StandardView standard : {StandardView::Oblique, StandardView::Top}) {
-            SCOPED_TRACE(size.width());
-            Shown s = showSheet(size.width(), size.height());
-            s.view->camera().moveToView(standard);
-            s.view->camera().zoomFit();
-            s.view->progressive().start();
-            QImage frame = paint(*s.view);
-            EXPECT_LE(s.cloud->drawnCount(), unsigned(kBudget)) << "the first frame: a sample";
-            EXPECT_TRUE(s.view->progressive().isRefining());
-            int frames = 1;
-            while (s.view->progressive().isRefining() && frames < 20) {
-                const QImage next = paint(*s.view);
-                ++frames;
-                // Nothing lit before goes dark.
-                int lost = 0;
-                for (int y = 0; y < next.height(); ++y)
-                    for (int x = 0; x < next.width(); ++x)
-                        lost += (frame.pixel(x, y) & 0xffffff) != 0 &&
-                                (next.pixel(x, y) & 0xffffff) == 0;
-                EXPECT_EQ(lost, 0) << "frame " << frames;
-                EXPECT_GE(lit(next), lit(frame));
-                frame = next;
+    // A cloud in its own order draws strided samples; a big one in slice
+    // order draws ranges, the whole frame's points in the whole frame's order.
+    struct Cloud {
+        int side;
+        long budget;
+    };
+    for (const Cloud cloud : {Cloud{kSide, kBudget}, Cloud{400, 50000}})
+        for (const QSize size : {QSize(240, 200), QSize(320, 320)})
+            for (const StandardView standard : {StandardView::Oblique, StandardView::Top}) {
+                SCOPED_TRACE(cloud.side);
+                SCOPED_TRACE(size.width());
+                Shown s = showSheet(size.width(), size.height(), cloud.side, cloud.budget);
+                const bool sliceOrder = !s.cloud->order().isIdentity();
+                EXPECT_EQ(sliceOrder, cloud.side == 400);
+                s.view->camera().moveToView(standard);
+                s.view->camera().zoomFit();
+                s.view->progressive().start();
+                QImage frame = paint(*s.view);
+                EXPECT_LE(s.cloud->drawnCount(), unsigned(cloud.budget))
+                    << "the first frame: a sample";
+                EXPECT_TRUE(s.view->progressive().isRefining());
+                int frames = 1;
+                while (s.view->progressive().isRefining() && frames < 20) {
+                    const QImage next = paint(*s.view);
+                    ++frames;
+                    // Nothing lit before goes dark.
+                    int lost = 0;
+                    for (int y = 0; y < next.height(); ++y)
+                        for (int x = 0; x < next.width(); ++x)
+                            lost += (frame.pixel(x, y) & 0xffffff) != 0 &&
+                                    (next.pixel(x, y) & 0xffffff) == 0;
+                    EXPECT_EQ(lost, 0) << "frame " << frames;
+                    EXPECT_GE(lit(next), lit(frame));
+                    frame = next;
+                }
+                EXPECT_FALSE(s.view->progressive().isRefining());
+                EXPECT_GT(frames, 2);
+                const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+                keepImage(frame, "progressive-refined");
+                EXPECT_LE(differingPixels(frame, whole), frame.width() * frame.height() / 1000)
+                    << "points of equal depth in another order at most";
+                if (sliceOrder) {
+                    EXPECT_EQ(differingPixels(frame, whole), 0);
+                }
             }
-            EXPECT_FALSE(s.view->progressive().isRefining());
-            EXPECT_GT(frames, 2);
-            const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
-            keepImage(frame, "progressive-refined");
-            EXPECT_LE(differingPixels(frame, whole), frame.width() * frame.height() / 1000)
-                << "points of equal depth in another order at most";
-        }
 }
 
 TEST(ProgressiveFrames, ACameraMoveStartsOverAScreenshotIsComplete) {
