@@ -1,13 +1,10 @@
-// The view's render-object operations: ids, replacement, removal by kind,
-// info texts, refusals, and what the picture shows.
+// The view's render-object operations: ids, replacement, removal by kind
+// and the info texts. What the picture shows is the API's display tests'.
 #include <gtest/gtest.h>
-
-#include <cfloat>
 
 #include "../render/RenderTestScene.h"
 #include "OSGDataManager.h"
 #include "ObjectIdCounter.h"
-#include "QelMatrix4.h"
 #include "QelPointCloud.h"
 #include "QelRangeImage.h"
 #include "QelTriangleMesh.h"
@@ -79,58 +76,4 @@ TEST(ViewObjects, IdsInfoTextsAndRemoval) {
     ASSERT_EQ(view.content().registry().count(), 1);
     EXPECT_EQ(view.content().registry().at(0)->id(), replaced);
     EXPECT_EQ(ObjectIdCounter::peek(), replaced + 1);
-}
-
-TEST(ViewObjects, RefusalsStillUseAnId) {
-    GLViewer view;
-    const long before = ObjectIdCounter::peek();
-    EXPECT_EQ(view.content().addPointCloud(QelPointCloud()), 11000013);
-    EXPECT_EQ(view.content().addPointCloud(gridCloud(0, 3e9f)), 11501006);
-    EXPECT_EQ(ObjectIdCounter::peek(), before + 2);
-    EXPECT_EQ(view.content().registry().count(), 0);
-    const long id = view.content().addPointCloud(gridCloud(0, 1));
-    QelMatrix4 m;
-    m.SetValue(0, 3, 5.0);
-    EXPECT_EQ(view.content().setModelMatrix(id, m), 0);
-    EXPECT_EQ(view.content().setModelMatrix(id + 100, m), 11100022);
-    QelColorArray grey;
-    grey.Create(1, 1);
-    EXPECT_EQ(view.content().setColours(id, grey), 11501004);
-    QelColorArray two;
-    two.Create(2, 3);
-    EXPECT_EQ(view.content().setColours(id, two), 11501001);
-}
-
-TEST(ViewObjects, HeightColoursVisibilityAndTransparency) {
-    auto view = makeView(160, 160, 20.0);
-    view->light().setLightState(false);
-    view->decorations().setBackgroundColor(255, 255, 255, 255);
-    const long id = view->content().addPointCloud(gridCloud(0, 2));
-    view->content().setPointSize(id, 8.0f);
-    QImage image = view->grabFrame();
-    keepImage(image, "view-point-cloud-height");
-    // Low points (bottom of the picture) blue, high ones (top) red.
-    const QColor top = image.pixelColor(80, 23), bottom = image.pixelColor(80, 137);
-    EXPECT_GT(top.red(), 200);
-    EXPECT_LT(top.blue(), 60);
-    EXPECT_GT(bottom.blue(), 200);
-    EXPECT_LT(bottom.red(), 60);
-
-    QelColorArray halfGreen;
-    halfGreen.Create(1, 4);
-    halfGreen.Data()[1] = 255;
-    halfGreen.Data()[3] = 128;
-    ASSERT_EQ(view->content().setColours(id, halfGreen), 0);
-    view->content().setPointSize(id, 1.0f);  // single pixels, none over another
-    image = view->grabFrame();
-    keepImage(image, "view-point-cloud-transparent");
-    // Each point is half green over the white background: (127, 255, 127).
-    const int drawn = countUnlike(image, Qt::white, 3);
-    const int halfGreenPixels =
-        image.width() * image.height() - countUnlike(image, QColor(127, 255, 127), 3);
-    EXPECT_GT(drawn, 1000);
-    EXPECT_GT(halfGreenPixels, drawn * 9 / 10);
-
-    ASSERT_EQ(view->content().setVisible(id, false), 0);
-    EXPECT_EQ(countUnlike(view->grabFrame(), Qt::white), 0);
 }
