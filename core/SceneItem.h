@@ -29,7 +29,6 @@ public:
     // The bounds in world coordinates, shown or hidden (invalid while empty).
     virtual osg::BoundingBox itemBounds() const = 0;
 
-protected:
     // The world box of a node's drawables, shown or hidden.
     static osg::BoundingBox boundsOf(osg::Node& node) {
         osg::ComputeBoundsVisitor bounds;

@@ -8,6 +8,7 @@
 #include "PixelRatio.h"
 #include "PointBudget.h"
 #include "QelOSGWidget.h"
+#include "RenderBins.h"
 #include "SceneLockGuard.h"
 #include "ViewDecorations.h"
 
@@ -16,7 +17,7 @@ namespace {
 // After the data (bin 0) and what is see-through (bin 10), before the
 // decorations (moved after it while the pass is on), the texts and the
 // measurements.
-constexpr int kPassBin = 15;
+constexpr int kPassBin = RenderBins::kEyeDomePass;
 static_assert(kPassBin < ViewDecorations::kAfterDataBin, "the decorations stay unshaded");
 
 // Sets the pass for each frame: the radius in the frame's device pixels,

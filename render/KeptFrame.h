@@ -5,6 +5,8 @@
 #include <osg/FrameBufferObject>
 #include <osg/Geode>
 
+#include "RenderBins.h"
+
 // The picture of the data as the last frame left it, colour and depth, so
 // that a frame can go on from it instead of starting over: a step drawn
 // after the data copies the framebuffer into it, a step drawn before
@@ -17,7 +19,7 @@ public:
     // Drawn after the data (bin kSnapshotBin) and first of all.
     osg::Node* snapshotNode() const { return snapshot_.get(); }
     osg::Node* restoreNode() const { return restore_.get(); }
-    static constexpr int kSnapshotBin = 11;
+    static constexpr int kSnapshotBin = RenderBins::kKeptSnapshot;
 
     // Whether the next frame starts from the kept picture instead of the
     // cleared framebuffer.

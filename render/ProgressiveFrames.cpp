@@ -180,10 +180,8 @@ void ProgressiveFrames::beginFrame(const OSGDataManager& registry, unsigned int 
     osg::Camera* camera = viewer ? viewer->getCamera() : nullptr;
     if (camera)
         camera->setComputeNearFarMode(osg::CullSettings::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
-    // Shapes blend over what lies behind them: a picture that grows behind
-    // them would not be the whole frame's.
-    const bool possible =
-        enabled_ && camera && !whole && view_.content().shapeGroup()->getNumChildren() == 0;
+    // Shapes draw after the kept picture: anew over the data on every frame.
+    const bool possible = enabled_ && camera && !whole;
     if (!possible) {
         if (whole || !enabled_) stop();
         wholeFrame(registry, budget);

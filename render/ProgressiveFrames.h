@@ -21,8 +21,9 @@ class OSGDataManager;
 // is drawn. Every run of slices from the first is an even sample, and each
 // frame adds to the last, so the picture fills in without flicker. A stream
 // that grew draws only its new bands over the kept picture, and a new or
-// changed text or measurement none of the data. Any other change, a camera
-// move, a new size, a screenshot or shapes in the view draw whole frames.
+// changed text or measurement none of the data; shapes are drawn anew over
+// the kept picture. Any other change, a camera move, a new size or a
+// screenshot draw whole frames.
 class ProgressiveFrames {
 public:
     // The time a refinement frame aims at, unless the environment sets

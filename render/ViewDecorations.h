@@ -6,6 +6,8 @@
 #include <osg/Vec4>
 #include <osg/ref_ptr>
 
+#include "RenderBins.h"
+
 class GLViewer;
 class QelColor;
 class QelCubeAxis3d;
@@ -42,7 +44,7 @@ public:
     // Draws the box and the axis after everything in bins below
     // kAfterDataBin (the data, the shapes, a pass over them) while any of
     // the reasons asks for it; in the scene's order again when none does.
-    static constexpr int kAfterDataBin = 20;
+    static constexpr int kAfterDataBin = RenderBins::kAfterData;
     enum class AfterData { EyeDome = 1, KeptFrame = 2 };
     void drawAfterData(AfterData reason, bool after);
 

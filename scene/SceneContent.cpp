@@ -60,22 +60,19 @@ void SceneContent::setInfoText(const QStringList& lines) {
 }
 
 long SceneContent::changeItem(ObjectId id, const std::function<bool(SceneItem&)>& change) {
-    bool renderObject = false, overlay = false;
+    bool renderObject = false;
     {
         SceneLockGuard lock(lock_);
         SceneItem* item = find(id);
         if (!item || !change(*item)) return QelStatus::kObjectNotFound;
         renderObject = registry_->find(id) != nullptr;
-        overlay = textOverlays_.find(id) || measurements_.find(id);
     }
-    // Render objects move the data's bounds; texts and measurements are
-    // drawn over the data, and shapes among it.
+    // Render objects move the data's bounds; shapes, texts and measurements
+    // are drawn over the data.
     if (renderObject)
         emit sig_dataChanged();
-    else if (overlay)
-        emit sig_overlayChanged();
     else
-        emit sig_redraw();
+        emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
@@ -147,7 +144,7 @@ long SceneContent::showShape(const Qel3DShape& description) {
         shapes_->add(std::move(shape));
     }
     emit sig_itemAdded(osg::BoundingSphere());
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return id;
 }
 
@@ -156,7 +153,7 @@ long SceneContent::clearShape(ObjectId id) {
         SceneLockGuard lock(lock_);
         if (!shapes_->remove(id) && !measurements_.remove(id)) return QelStatus::kObjectNotFound;
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
@@ -166,7 +163,7 @@ long SceneContent::clearAllShapes() {
         shapes_->clear();
         measurements_.clear();
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 
@@ -177,7 +174,7 @@ long SceneContent::setShapeMode(ObjectId id, RenderMode mode) {
         if (!shape) return QelStatus::kObjectNotFound;
         shape->setShapeMode(mode);
     }
-    emit sig_redraw();
+    emit sig_overlayChanged();
     return QelStatus::kOk;
 }
 

@@ -131,17 +131,17 @@ public:
                           int startLine, int endLine);
     long finishDataStream(ObjectId id, QelRangeImage* image);
 
-    // Where the text overlays and the measurements lie.
+    // Where the shapes, the text overlays and the measurements lie.
     osg::BoundingBox overlayBounds() const;
 
 signals:
     // Render objects came or went, or changed their drawing: bounds and
     // everything fitted to them follow.
     void sig_dataChanged();
-    // Only a shape changed: a redraw shows it.
+    // The data's colours changed: a whole frame shows them.
     void sig_redraw();
-    // A text overlay or a measurement came, went or changed: they are drawn
-    // over the data, which stays as it was.
+    // A shape, a text overlay or a measurement came, went or changed: they
+    // are drawn over the data, which stays as it was.
     void sig_overlayChanged();
     // A stream received lines.
     void sig_streamGrew();

@@ -53,5 +53,6 @@ osg::BoundingBox SceneContent::overlayBounds() const {
     for (int i = 0; i < measurements_.count(); ++i)
         box.expandBy(measurements_.at(i)->itemBounds());
     box.expandBy(textOverlays_.bounds());
+    box.expandBy(SceneItem::boundsOf(*shapeGroup_));
     return box;
 }

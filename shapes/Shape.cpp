@@ -2,6 +2,8 @@
 
 #include <osg/BlendFunc>
 
+#include "RenderBins.h"
+
 Shape::Shape(ObjectId id) {
     colors_->push_back(osg::Vec4(0.0f, 0.0f, 1.0f, 1.0f));
     geometry_->setColorArray(colors_.get(), osg::Array::BIND_OVERALL);
@@ -10,7 +12,9 @@ Shape::Shape(ObjectId id) {
     // The destination's alpha, not the source's: kept as the shapes have
     // always blended.
     ss->setAttributeAndModes(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_DST_ALPHA));
-    ss->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+    // Depth-sorted like translucent data, but after it and after the kept
+    // picture of the data.
+    ss->setRenderBinDetails(RenderBins::kShapes, "DepthSortedBin");
     ss->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
     id_ = id;
 }

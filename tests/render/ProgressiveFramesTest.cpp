@@ -14,6 +14,7 @@
 #include "OSGPointCloud.h"
 #include "PointBudget.h"
 #include "ProgressiveFrames.h"
+#include "Qel3DShape.h"
 #include "QelColor.h"
 #include "QelDataEnums.h"
 #include "QelPointCloud.h"
@@ -225,6 +226,46 @@ TEST(ProgressiveFrames, ATextOrAMeasurementDrawsOverTheKeptPicture) {
     EXPECT_GT(differingPixels(hidden, withMeasurement), 50) << "the text is gone";
     const QImage wholeHidden = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
     EXPECT_LE(differingPixels(hidden, wholeHidden), whole.width() * whole.height() / 1000);
+}
+
+// Shapes are drawn after the kept picture of the data: a view with a shape
+// still fills in progressively, each frame drawing the shape anew over the
+// data so far, and a shape's change draws over the kept picture alone.
+TEST(ProgressiveFrames, AShapeIsDrawnAnewOverTheKeptPicture) {
+    Shown s = showSheet(260, 220);
+    // Shapes blend with the destination's alpha: over a white background
+    // they show where the data behind them is, so a picture that kept a
+    // shape and then grew behind it would differ from the whole frame.
+    s.view->decorations().setBackgroundColor(255, 255, 255, 255);
+    Qel3DShape box;
+    box.Set3DBox(QelVector3d(1, 0, 0), QelVector3d(0, 0, 0), QelVector3d(4, 3, 2));
+    const long boxId = s.view->content().showShape(box);
+    ASSERT_GE(boxId, 1);
+    s.view->progressive().start();
+    paint(*s.view);
+    EXPECT_LE(s.cloud->drawnCount(), unsigned(kBudget)) << "the first frame: a sample";
+    int frames = 1;
+    QImage frame;
+    while (s.view->progressive().isRefining() && frames++ < 40)
+        frame = paint(*s.view);
+    EXPECT_FALSE(s.view->progressive().isRefining());
+    EXPECT_GT(s.view->progressive().refineFrames(), 1);
+    const QImage whole = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_LE(differingPixels(frame, whole), whole.width() * whole.height() / 1000);
+
+    const long overlays = s.view->progressive().overlayFrames();
+    ASSERT_EQ(s.view->content().setShapeMode(ObjectId(boxId), RenderMode::Wireframe), 0);
+    keepImage(frame, "progressive-shape");
+    const QImage wireframe = paint(*s.view);
+    EXPECT_EQ(s.view->progressive().overlayFrames(), overlays + 1);
+    EXPECT_GT(differingPixels(wireframe, whole), 500) << "the faces are gone";
+    const QImage wholeWireframe = s.view->grabFrame().convertToFormat(QImage::Format_RGB32);
+    EXPECT_LE(differingPixels(wireframe, wholeWireframe), whole.width() * whole.height() / 1000);
+    ASSERT_EQ(s.view->content().clearShape(ObjectId(boxId)), 0);
+    const QImage without = paint(*s.view);
+    EXPECT_EQ(s.view->progressive().overlayFrames(), overlays + 2);
+    EXPECT_EQ(differingPixels(without, s.view->grabFrame().convertToFormat(QImage::Format_RGB32)),
+              0);
 }
 
 TEST(ProgressiveFrames, OffEveryStillFrameIsWhole) {

@@ -131,7 +131,7 @@ TEST(SceneContent, ColoursAreCheckedOnceForEveryKind) {
     EXPECT_NEAR(c.textOverlays().find(f.text)->text()->getColor().b(), 20 / 255.0, 1e-6);
 }
 
-TEST(SceneContent, RenderObjectsMoveTheBoundsShapesRedrawTextsAreOverlays) {
+TEST(SceneContent, RenderObjectsMoveTheBoundsShapesAndTextsAreOverlays) {
     Fixture f;
     SceneContent& c = f.content;
     int data = 0, redraw = 0, overlay = 0;
@@ -143,10 +143,10 @@ TEST(SceneContent, RenderObjectsMoveTheBoundsShapesRedrawTextsAreOverlays) {
     EXPECT_EQ(redraw, 0);
     ASSERT_EQ(c.setVisible(f.shape, false), 0);
     ASSERT_EQ(c.setShapeMode(f.shape, RenderMode::Wireframe), 0);
-    EXPECT_EQ(redraw, 2);
+    EXPECT_EQ(overlay, 2);
     ASSERT_EQ(c.setVisible(f.text, false), 0);
-    EXPECT_EQ(overlay, 1);
-    EXPECT_EQ(data + redraw, 3);
+    EXPECT_EQ(overlay, 3);
+    EXPECT_EQ(redraw, 0);
     // A refused change tells nobody.
     EXPECT_NE(c.setPointSize(f.text, 3.0f), 0);
     EXPECT_EQ(data + redraw + overlay, 4);

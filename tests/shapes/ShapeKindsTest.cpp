@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "Qel3DShape.h"
+#include "RenderBins.h"
 #include "Shape.h"
 #include "ShapeAdapters.h"
 #include "ShapeFactory.h"
@@ -220,7 +221,9 @@ TEST(ShapeKinds, RefusedDescriptionsAndTheModeAsymmetry) {
     const osg::StateSet* ss = box->geometry()->getStateSet();
     EXPECT_EQ(ss->getMode(GL_LIGHTING) & osg::StateAttribute::ON, 0u);
     EXPECT_NE(ss->getMode(GL_BLEND) & osg::StateAttribute::ON, 0u);
-    EXPECT_EQ(ss->getRenderingHint(), int(osg::StateSet::TRANSPARENT_BIN));
+    // Depth-sorted, after the translucent data.
+    EXPECT_EQ(ss->getBinNumber(), RenderBins::kShapes);
+    EXPECT_EQ(ss->getBinName(), "DepthSortedBin");
 }
 
 TEST(ShapeKinds, PointSizeIsTheRadiusOfAPointAndInfiniteShapesFitTheScene) {
