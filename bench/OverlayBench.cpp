@@ -1,8 +1,9 @@
 // What a change over a still view costs: a window showing a 10-million-point
 // cloud, the time from a new message text to the window painted with it,
 // while paints show the last frame again and while each draws a frame
-// (QEL3D_INCREMENTAL=0), and from a new text overlay in the view to the
-// window painted with it, medians of 7. One JSON line.
+// (QEL3D_INCREMENTAL=0), and from a new text overlay in the view, or a
+// shape's new drawing mode, to the window painted with it, medians of 7.
+// One JSON line.
 //
 // Run under an X server: xvfb-run -a -s "-screen 0 1280x1024x24" ./bench_overlay [MILLIONS]
 #include <QApplication>
@@ -15,6 +16,7 @@
 #include "CameraController.h"
 #include "GLViewer.h"
 #include "Qel3DGraphicsPrivate.h"
+#include "Qel3DShape.h"
 #include "QelColor.h"
 #include "QelOSGWidget.h"
 #include "QelVar.h"
@@ -86,11 +88,24 @@ int main(int argc, char** argv) {
         settle();
         texts.push_back(since(start));
     }
+    // A box over the data, drawn as faces and as edges in turn.
+    Qel3DShape box;
+    box.Set3DBox(QelVector3d(0, 0, 0), QelVector3d(0, 0, 0), QelVector3d(0.5f, 0.5f, 0.5f));
+    const long boxId = view->content().showShape(box);
+    settle();
+    std::vector<double> shapes;
+    for (int round = 0; round < kRounds && boxId > 0; ++round) {
+        const Clock::time_point start = Clock::now();
+        view->content().setShapeMode(ObjectId(boxId),
+                                     round % 2 ? RenderMode::Faces : RenderMode::Wireframe);
+        settle();
+        shapes.push_back(since(start));
+    }
     std::printf(
         "{\"bench\":\"overlay\",\"points\":%d,\"message_change_s\":%.4f,\"scene_frames\":%ld,"
         "\"message_change_whole_frame_s\":%.4f,\"scene_frames_whole\":%ld,"
-        "\"text_overlay_added_s\":%.4f}\n",
-        millions * 1000000, median(reused), framesReused, median(whole), framesWhole,
-        median(texts));
+        "\"text_overlay_added_s\":%.4f,\"shape_mode_change_s\":%.4f}\n",
+        millions * 1000000, median(reused), framesReused, median(whole), framesWhole, median(texts),
+        shapes.empty() ? -1.0 : median(shapes));
     return 0;
 }
