@@ -4,9 +4,9 @@
 
 #include "SceneModes.h"
 
-// What a pick found: the render object, the element (a point's index as the
-// host gave it, the primitive of a surface; -1 when not known) and the point
-// in world coordinates.
+// What a pick found: the render object, the element (a cloud's point by the
+// host's index, else the vertex or primitive of the drawn geometry; -1 when
+// not known) and the point in world coordinates.
 struct PickHit {
     ObjectId object = 0;  // 0: none of the render objects
     long long element = -1;
