@@ -244,7 +244,7 @@ bool scanSample(QWidget& host, long long view, const QString& screenshot) {
     QelVar scanning(L"Machined part, scanning...");
     QelDrawMessageText(view, scanning);
     // Obliquely from above over the whole part, before its first line.
-    const float w = S::kHeight * S::kPixelSize, h = S::kWidth * S::kPixelSize, d = 190.0f;
+    const float w = S::kHeight * S::kPixelSize, h = S::kWidth * S::kPixelSize, d = 225.0f;
     QelVector3d centre(w / 2, h / 2, 10),
         from(w / 2 - 0.45f * d, h / 2 - 0.35f * d, 10 + 0.82f * d), up(0, 0, 1);
     QelSetCamera(view, from, centre, up);
