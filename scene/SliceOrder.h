@@ -8,8 +8,9 @@
 // them is one range of the storage. The points fall into K fine slices:
 // fine slice f holds the points i with i mod K = residue(f), in their
 // order. The residues follow the golden-ratio sequence, so every run of
-// fine slices from the first is an even sample; K is prime, so no scan's
-// row width is a multiple of it and a sample never takes whole columns.
+// fine slices from the first is an even sample; K is prime, so a scan's row
+// width (a power of two above all) is seldom a multiple of it, and a
+// sample seldom takes whole columns.
 // Drawing slices [from, to) of k (k <= K) draws fine slices
 // [from * K / k, to * K / k): one range, the same points in the same order
 // as a whole frame draws them. A small cloud keeps its own order.
