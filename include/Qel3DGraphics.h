@@ -114,9 +114,9 @@ QEL_GRAPHICS_API long QelSetLightState(long long window, bool on);
 // Frames that cost what changed (on by default, off when the environment
 // sets QEL3D_INCREMENTAL=0): a still view's last frame is shown again under
 // the message, colour bar and lasso; a big cloud's still picture appears at
-// once as a sample and fills in over the next frames; a stream's new lines,
-// a new text or measurement are drawn over the kept picture. Off, every
-// frame draws the whole scene.
+// once as a sample and fills in over the next frames; a stream's new lines
+// and a new or changed shape, text or measurement are drawn over the kept
+// picture. Off, every frame draws the whole scene.
 QEL_GRAPHICS_API long QelSetIncrementalFrames(long long window, bool enable);
 // Eye-dome lighting over the whole 3D scene; off by default. Darkens each
 // pixel by how far its neighbours at 'radius' logical pixels (0.5..8) lie in

@@ -15,6 +15,7 @@
 #include "QelLUTSetting.h"
 #include "ScaledLineWidth.h"
 #include "ScaledPoint.h"
+#include "SliceOrder.h"
 
 OSGData::OSGData(ObjectId id, ObjectKind kind, bool useHeightColours)
     : id_(id),
@@ -128,22 +129,33 @@ std::future<void> OSGData::startBeside(std::function<void()> task) {
 }
 
 template <typename Array>
-int OSGData::copyColours(Array& out, const QelColorArray& colours) {
+int OSGData::copyColours(Array& out, const QelColorArray& colours, const SliceOrder* order) {
     int smallest = 255;
-    fillArray(out, static_cast<size_t>(colours.Length()), [&](size_t i) {
+    const auto colourOf = [&](size_t i) {
         const QelColor c = colours[static_cast<int>(i)];
         smallest = std::min(smallest, c.a);
         typename Array::ElementDataType colour;
         setColour(colour, c);
         return colour;
-    });
+    };
+    const size_t n = static_cast<size_t>(colours.Length());
+    if (!order || order->isIdentity() || n != order->size()) {
+        fillArray(out, n, colourOf);
+        return smallest;
+    }
+    if (out.size() != n) {
+        out.clear();
+        out.resize(n);
+    }
+    order->forEach(0, n, [&](size_t i, size_t at) { out[at] = colourOf(i); });
+    out.dirty();
     return smallest;
 }
 
 template void OSGData::colourByHeight(osg::Vec4Array&, double, double) const;
 template void OSGData::colourByHeight(osg::Vec4ubArray&, double, double) const;
-template int OSGData::copyColours(osg::Vec4Array&, const QelColorArray&);
-template int OSGData::copyColours(osg::Vec4ubArray&, const QelColorArray&);
+template int OSGData::copyColours(osg::Vec4Array&, const QelColorArray&, const SliceOrder*);
+template int OSGData::copyColours(osg::Vec4ubArray&, const QelColorArray&, const SliceOrder*);
 
 void OSGData::applyColourMap(double min, double max) {
     if (vertices_->empty()) return;

@@ -13,6 +13,7 @@
 #include "SceneModes.h"
 
 class QelColorArray;
+class SliceOrder;
 
 // The base of every render object: the scene nodes and the vertex, colour
 // and normal arrays of one piece of data, with what all kinds share (id,
@@ -98,8 +99,11 @@ protected:
     template <typename Array>
     void colourByHeight(Array& out, double min, double max) const;
     // Copies 0..255 colours into 'out' and returns their smallest alpha.
+    // With an order given, colours one per vertex go to their vertices'
+    // places in it.
     template <typename Array>
-    static int copyColours(Array& out, const QelColorArray& colours);
+    static int copyColours(Array& out, const QelColorArray& colours,
+                           const SliceOrder* order = nullptr);
     // One colour per vertex, or one for all.
     bool fitsVertices(const QelColorArray& colours) const;
 

@@ -32,7 +32,6 @@ public:
     // The bounds of the tail, in world coordinates (the stream has no model
     // matrix).
     osg::BoundingBox tailBounds() const;
-    // Vertices (points) or triangle indices the frame draws.
 
 private:
     void apply(RenderMode mode);

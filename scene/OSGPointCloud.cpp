@@ -230,32 +230,13 @@ QelVector3dArray OSGPointCloud::points() const {
     return out;
 }
 
-int OSGPointCloud::copyInOrder(const QelColorArray& colours) {
-    const size_t n = static_cast<size_t>(colours.Length());
-    if (order_.isIdentity() || n != order_.size()) return copyColours(*colours_, colours);
-    if (colours_->size() != n) {
-        colours_->clear();
-        colours_->resize(n);
-    }
-    int smallest = 255;
-    osg::Vec4ub* out = &colours_->front();
-    order_.forEach(0, n, [&](size_t i, size_t at) {
-        const QelColor c = colours[static_cast<int>(i)];
-        smallest = std::min(smallest, c.a);
-        out[at].set(static_cast<unsigned char>(c.r), static_cast<unsigned char>(c.g),
-                    static_cast<unsigned char>(c.b), static_cast<unsigned char>(c.a));
-    });
-    colours_->dirty();
-    return smallest;
-}
-
 void OSGPointCloud::applyDefaultColours() {
     if (coloursLocked_) return;
     if (useHeightColours_ || ownColours_.IsEmpty() || !fitsVertices(ownColours_)) {
         applyColourMap(minZ_, maxZ_);
         return;
     }
-    copyInOrder(ownColours_);
+    copyColours(*colours_, ownColours_, &order_);
     bindColours(colours_.get());
 }
 
@@ -267,7 +248,7 @@ void OSGPointCloud::applyColourMap(double min, double max) {
 
 bool OSGPointCloud::setColors(const QelColorArray& colours) {
     if (!fitsVertices(colours)) return false;
-    applyAlpha(copyInOrder(colours));
+    applyAlpha(copyColours(*colours_, colours, &order_));
     bindColours(colours_.get());
     return true;
 }

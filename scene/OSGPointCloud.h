@@ -72,9 +72,6 @@ private:
     // and the height range, invalid ones moved to the origin and kept aside.
     void fillVertices(const QelPointCloud& from);
     Scan gather(const QelVector3d* points, size_t from, size_t to);
-    // Host colours (one per point, or one for all) into the vertices' order;
-    // returns their smallest alpha.
-    int copyInOrder(const QelColorArray& colours);
 
     QelColorArray ownColours_;
     // Invalid points by index, as given.
