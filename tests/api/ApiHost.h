@@ -15,6 +15,7 @@
 #include <QSlider>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QWidget>
 #include <algorithm>
 #include <cstring>
@@ -108,6 +109,26 @@ inline QAction* findAction(long long handle, const QString& text) {
     for (QAction* a : windowWidget(handle)->findChildren<QAction*>())
         if (a->text() == text) return a;
     return nullptr;
+}
+
+// Clicks a tool-bar button the way a user does (false when there is none).
+inline bool pressButton(long long handle, const char* text) {
+    auto* button =
+        qobject_cast<QToolButton*>(toolBar(handle)->widgetForAction(findAction(handle, text)));
+    if (!button) return false;
+    button->click();
+    return true;
+}
+
+// Whether a returned value is an id, not a status code.
+inline bool isId(long value) {
+    return value >= 1 && value < 11000000;
+}
+
+// The camera straight above the origin, up along +y.
+inline long lookDown(long long handle, float distance) {
+    QelVector3d eye(0, 0, distance), centre(0, 0, 0), up(0, 1, 0);
+    return QELMV::QelSetCamera(handle, eye, centre, up);
 }
 
 // Answers the library's modal dialogs as a person would: file dialogs get

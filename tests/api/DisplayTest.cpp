@@ -11,11 +11,6 @@ using namespace QELMV;
 
 namespace {
 
-void lookDown(long long handle, float distance) {
-    QelVector3d eye(0, 0, distance), centre(0, 0, 0), up(0, 1, 0);
-    ASSERT_EQ(QelSetCamera(handle, eye, centre, up), 0);
-}
-
 void setBackground(long long handle, int r, int g, int b) {
     QelColor colour(r, g, b, 255);
     ASSERT_EQ(QelSet3DBackgroundColor(handle, colour), 0);
@@ -49,7 +44,7 @@ TEST(Display, BackgroundColourFillsWhatTheDataDoesNotCover) {
     setBackground(window.handle, 40, 80, 120);
     QelPointCloud cloud = slope();
     ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
-    lookDown(window.handle, 40);
+    ASSERT_EQ(lookDown(window.handle, 40), 0);
     Shot shot(window.handle);
     ASSERT_EQ(shot.status, 0);
     int r, g, b;
@@ -65,7 +60,7 @@ TEST(Display, HeightColoursRunFromBlueLowToRedHigh) {
     QelPointCloud cloud = slope();
     ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
     ASSERT_EQ(QelSetLightState(window.handle, false), 0);
-    lookDown(window.handle, 12);
+    ASSERT_EQ(lookDown(window.handle, 12), 0);
     Shot shot(window.handle);
     shot.keep("height-colours");
     ASSERT_EQ(shot.status, 0);
@@ -101,7 +96,7 @@ TEST(Display, OwnColoursWithAlphaBlendOverTheBackground) {
     }
     ASSERT_EQ(QelSetRenderColor(window.handle, id, colours), 0);
     ASSERT_EQ(QelSet3DElementSize(window.handle, id, 6), 0);
-    lookDown(window.handle, 6);
+    ASSERT_EQ(lookDown(window.handle, 6), 0);
     Shot shot(window.handle);
     shot.keep("half-transparent-red");
     int r, g, b;
@@ -122,7 +117,7 @@ TEST(Display, HiddenObjectsLeaveOnlyTheBackground) {
     HostedWindow window;
     QelPointCloud cloud = slope();
     const long id = QelDisplayPointCloud(window.handle, cloud);
-    lookDown(window.handle, 12);
+    ASSERT_EQ(lookDown(window.handle, 12), 0);
     ASSERT_EQ(QelSetObjectVisible(window.handle, id, false), 0);
     EXPECT_EQ(Shot(window.handle).countUnlike(0, 0, 0), 0);
     ASSERT_EQ(QelSetObjectVisible(window.handle, id, true), 0);
@@ -134,7 +129,7 @@ TEST(Display, ClipPlaneKeepsOneSide) {
     HostedWindow window;
     QelPointCloud flat = gridCloud(60, 0.1f, [](float, float) { return 0.0f; });
     ASSERT_GE(QelDisplayPointCloud(window.handle, flat), 1);
-    lookDown(window.handle, 12);
+    ASSERT_EQ(lookDown(window.handle, 12), 0);
     const int whole = Shot(window.handle).countUnlike(0, 0, 0);
     Qel3DPlane keepRight(QelVector3d(0, 0, 0), QelVector3d(1, 0, 0));
     ASSERT_EQ(QelRenderByClippingPlane(window.handle, keepRight), 0);
@@ -158,7 +153,7 @@ TEST(Display, PointSizeGrowsThePoints) {
     HostedWindow window;
     QelPointCloud sparse = gridCloud(5, 1.0f, [](float, float) { return 0.0f; });
     const long id = QelDisplayPointCloud(window.handle, sparse);
-    lookDown(window.handle, 12);
+    ASSERT_EQ(lookDown(window.handle, 12), 0);
     ASSERT_EQ(QelSet3DElementSize(window.handle, id, 1), 0);
     const int small = Shot(window.handle).countUnlike(0, 0, 0);
     ASSERT_EQ(QelSet3DElementSize(window.handle, id, 8), 0);
@@ -172,7 +167,7 @@ TEST(Display, MeshRenderModesDrawPointsEdgesOrFaces) {
     QelTriangleMesh mesh = squareMesh(2.0f);
     const long id = QelDisplayTriangleMesh(window.handle, mesh);
     ASSERT_GE(id, 1);
-    lookDown(window.handle, 10);
+    ASSERT_EQ(lookDown(window.handle, 10), 0);
     int counts[3];
     const char* names[3] = {"mesh-points", "mesh-edges", "mesh-faces"};
     for (int state = 0; state < 3; ++state) {
@@ -338,7 +333,7 @@ TEST(Display, NewDataIsFittedOnlyWhenTheCameraDoesNotShowIt) {
     HostedWindow window;
     QelPointCloud cloud = slope();
     ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
-    lookDown(window.handle, 12);
+    ASSERT_EQ(lookDown(window.handle, 12), 0);
     // The same part again: the host's view stays.
     ASSERT_GE(QelDisplayPointCloud(window.handle, cloud), 1);
     QelVector3d eye, centre, up;
@@ -378,7 +373,7 @@ TEST(Display, ImagesMeshesMatricesAndClearingByKind) {
     QelPointCloud cloud = gridCloud(5, 0.1f, [](float, float) { return 0.0f; });
     const long cloudId = QelAdd3DRenderObject(window.handle, cloud);
     ASSERT_GE(cloudId, 1);
-    lookDown(window.handle, 10);
+    ASSERT_EQ(lookDown(window.handle, 10), 0);
     const int both = Shot(window.handle).countUnlike(0, 0, 0);
 
     // A pose matrix moves the mesh; the picture changes, the pixel count hardly.

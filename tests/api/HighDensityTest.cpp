@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "ApiHost.h"
+#include "MouseEvents.h"
 
 // After the toolkit's headers, as in ApiHost.h.
 #include <X11/Xutil.h>
@@ -22,19 +23,6 @@ namespace {
 double expectedRatio() {
     const QByteArray factor = qgetenv("QT_SCALE_FACTOR");
     return factor.isEmpty() ? 1.0 : factor.toDouble();
-}
-
-void mouse(QWidget* w, QEvent::Type type, QPointF at) {
-    const Qt::MouseButtons held =
-        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
-    QMouseEvent event(type, at, w->mapToGlobal(at.toPoint()), Qt::LeftButton, held, Qt::NoModifier);
-    QApplication::sendEvent(w, &event);
-}
-
-void press(long long h, const char* text) {
-    auto* button = qobject_cast<QToolButton*>(toolBar(h)->widgetForAction(findAction(h, text)));
-    ASSERT_NE(button, nullptr) << text;
-    button->click();
 }
 
 // The box of the pixels a test accepts, in the picture's pixels.
@@ -72,11 +60,6 @@ bool magenta(int r, int g, int b) {
     return r > 200 && b > 200 && g < 60;
 }
 
-void lookDown(long long h, float distance) {
-    QelVector3d eye(0, 0, distance), centre(0, 0, 0), up(0, 1, 0);
-    ASSERT_EQ(QelSetCamera(h, eye, centre, up), 0);
-}
-
 // A magenta square of side 10, seen from above at 30 units.
 void showSquare(long long h) {
     QelTriangleMesh square = squareMesh(5);
@@ -86,7 +69,7 @@ void showSquare(long long h) {
     colour.Create(1, 3);
     colour.Data()[0] = colour.Data()[2] = 255;
     ASSERT_EQ(QelSetRenderColor(h, id, colour), 0);
-    lookDown(h, 30);
+    ASSERT_EQ(lookDown(h, 30), 0);
 }
 
 struct Picked {
@@ -103,8 +86,8 @@ void onMeasure(long long, long, int, double value, void* user) {
 
 // A press and release at a window position, and the frames that see them.
 void clickAt(long long h, QWidget* view, const QPointF& at) {
-    mouse(view, QEvent::MouseButtonPress, at);
-    mouse(view, QEvent::MouseButtonRelease, at);
+    sendMouse(view, QEvent::MouseButtonPress, at);
+    sendMouse(view, QEvent::MouseButtonRelease, at);
     for (int i = 0; i < 5; ++i) {
         pumpEvents();
         Shot frame(h);
@@ -151,7 +134,7 @@ TEST_F(HighDensity, TheFrameHoldsTheWholeViewInDevicePixels) {
     EXPECT_NEAR(double(e.bottom - e.top + 1) / shot.height(), 0.63, 0.05);
 
     // The widget path (the colour bar over the frame) gives the same pixels.
-    press(h, "Show Color Bar");
+    ASSERT_TRUE(pressButton(h, "Show Color Bar"));
     const Shot painted(h);
     ASSERT_EQ(painted.status, 0);
     EXPECT_EQ(painted.width(), shot.width());
@@ -193,7 +176,7 @@ TEST_F(HighDensity, PointsAndLinesKeepTheirLook) {
     whiteColour.Create(1, 3);
     std::memset(whiteColour.Data(), 255, 3);
     ASSERT_EQ(QelSetRenderColor(h, id, whiteColour), 0);
-    lookDown(h, 30);
+    ASSERT_EQ(lookDown(h, 30), 0);
     const Shot shot(h);
     const Extent e = extentOf(shot, white);
     const double side = 6 * ratio;
@@ -226,7 +209,7 @@ TEST_F(HighDensity, AMeasurementKeepsItsLineWidthAndLabelSize) {
     QelPointCloud cloud;
     cloud.SetPoints(one);
     ASSERT_GE(QelDisplayPointCloud(h, cloud), 1);
-    lookDown(h, 30);
+    ASSERT_EQ(lookDown(h, 30), 0);
     const Shot before(h);
     // A horizontal distance: its line is 2 logical pixels thick, its label
     // about 14 logical pixels a line high, three lines.
@@ -285,7 +268,7 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     }
     ASSERT_EQ(QelSetRenderColor(h, id, colours), 0);
     ASSERT_EQ(QelSet3DElementSize(h, id, 4), 0);
-    lookDown(h, 40);  // the whole grid in view
+    ASSERT_EQ(lookDown(h, 40), 0);  // the whole grid in view
 
     // The marker's device pixel in the screenshot, in the widget's logical
     // coordinates.
@@ -295,13 +278,13 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     Picked picked;
     ASSERT_EQ(QelRegisterSelectPointEvent(h, onPick, &picked), 0);
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00200000L, true), 0);
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
     QWidget* view = childOfClass(h, "MOpenglWidget");
     clickAt(h, view, at);
     ASSERT_EQ(picked.points.size(), 1u);
     EXPECT_NEAR(picked.points[0].x, cloud[marker].x, 1e-5);
     EXPECT_NEAR(picked.points[0].y, cloud[marker].y, 1e-5);
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
 
     // The measuring tool takes the points under the cursor the same way.
     const Extent r =
@@ -322,15 +305,15 @@ TEST_F(HighDensity, AClickPicksWhatIsUnderTheCursorAndALassoWhatItEncloses) {
     // A lasso around the left half of the view (logical coordinates)
     // selects the points with x < 0, and only those.
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00400000L, true), 0);
-    press(h, "Draw lasso");
+    ASSERT_TRUE(pressButton(h, "Draw lasso"));
     QWidget* layer = childOfClass(h, "PaintWidget");
     ASSERT_NE(layer, nullptr);
     const double w = layer->width(), ht = layer->height();
     const QPointF loop[] = {{2, 2}, {w / 2 - 1, 2}, {w / 2 - 1, ht - 2}, {2, ht - 2}};
-    mouse(layer, QEvent::MouseButtonPress, loop[0]);
+    sendMouse(layer, QEvent::MouseButtonPress, loop[0]);
     for (const QPointF& p : loop)
-        mouse(layer, QEvent::MouseMove, p);
-    mouse(layer, QEvent::MouseButtonRelease, loop[3]);
+        sendMouse(layer, QEvent::MouseMove, p);
+    sendMouse(layer, QEvent::MouseButtonRelease, loop[3]);
     pumpEvents();
     const Shot drawn(h);
     drawn.keep("high-density-lasso");

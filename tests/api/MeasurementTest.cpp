@@ -27,10 +27,6 @@ double valueOf(long long h, long id) {
     return value;
 }
 
-bool isId(long value) {
-    return value >= 1 && value < 11000000;
-}
-
 struct Vec {
     double x, y, z;
 };

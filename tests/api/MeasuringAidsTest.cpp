@@ -25,10 +25,6 @@ QelTriangleMesh pyramidMesh(float half) {
         {0, 1, 2, 0, 2, 3, 0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4});
 }
 
-bool isId(long value) {
-    return value >= 1 && value < 11000000;
-}
-
 // Heights 0..10 over a 20 x 20 square centred on the origin.
 QelPointCloud hill() {
     return gridCloud(90, 20.0f / 89, [](float x, float y) {

@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "ApiHost.h"
+#include "MouseEvents.h"
 
 // Xlib names an event KeyPress too.
 #undef KeyPress
@@ -17,10 +18,6 @@
 using namespace QELMV;
 
 namespace {
-
-bool isId(long value) {
-    return value >= 1 && value < 11000000;
-}
 
 struct Picked {
     long long window = 0;
@@ -37,28 +34,15 @@ QWidget* view(long long h) {
     return childOfClass(h, "MOpenglWidget");
 }
 
-void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButton button) {
-    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
-    QMouseEvent event(type, at, w->mapToGlobal(at), button, held, Qt::NoModifier);
-    QApplication::sendEvent(w, &event);
-}
-
 // A click as the user makes one; the view handles it in its next frame.
 void click(long long h, QPoint at, Qt::MouseButton button = Qt::LeftButton) {
-    mouse(view(h), QEvent::MouseButtonPress, at, button);
-    mouse(view(h), QEvent::MouseButtonRelease, at, button);
+    sendMouse(view(h), QEvent::MouseButtonPress, at, button);
+    sendMouse(view(h), QEvent::MouseButtonRelease, at, button);
     for (int i = 0; i < 5; ++i) {
         pumpEvents();
         Shot settle(h);  // a frame, which reads the queued clicks
     }
     pumpEvents();
-}
-
-// Clicks a tool-bar button the way a user does.
-void press(long long h, const char* text) {
-    auto* button = qobject_cast<QToolButton*>(toolBar(h)->widgetForAction(findAction(h, text)));
-    ASSERT_NE(button, nullptr) << text;
-    button->click();
 }
 
 // The centre of the pixels of one colour in a screenshot, or (-1, -1).
@@ -133,15 +117,15 @@ TEST_F(Selection, ButtonsAppearAtTheEndOfTheToolBarWhenTheHostShowsThem) {
     keepWidget(toolBar(h), "selection-tool-bar");
 
     // One tool at a time; Escape leaves either.
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
     EXPECT_TRUE(pick->isChecked());
-    press(h, "Draw lasso");
+    ASSERT_TRUE(pressButton(h, "Draw lasso"));
     EXPECT_TRUE(lasso->isChecked());
     EXPECT_FALSE(pick->isChecked());
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(childOfClass(h, "PaintWidget"), &escape);
     EXPECT_FALSE(lasso->isChecked());
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
     QApplication::sendEvent(view(h), &escape);
     EXPECT_FALSE(pick->isChecked());
 }
@@ -153,7 +137,7 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
     const QPoint marker = centreOf(Shot(h), 255, 255, 255);
     ASSERT_GE(marker.x(), 0);
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00200000L, true), 0);
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
 
     click(h, marker + QPoint(1, 1));
     ASSERT_EQ(picked.points.size(), 1u);
@@ -165,7 +149,7 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
     // A drag in pick mode leaves the camera where it is.
     QelVector3d eye0, centre0, up0, eye1, centre1, up1;
     ASSERT_EQ(QelGetCamera(h, &eye0, &centre0, &up0), 0);
-    mouse(view(h), QEvent::MouseButtonPress, {300, 300}, Qt::LeftButton);
+    sendMouse(view(h), QEvent::MouseButtonPress, {300, 300}, Qt::LeftButton);
     for (int x = 300; x < 500; x += 20) {
         QMouseEvent move(QEvent::MouseMove, QPoint(x, 300), view(h)->mapToGlobal(QPoint(x, 300)),
                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
@@ -174,7 +158,7 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
     }
     ASSERT_EQ(QelGetCamera(h, &eye1, &centre1, &up1), 0);
     EXPECT_TRUE(same(eye0, eye1) && same(centre0, centre1)) << "the camera stayed";
-    mouse(view(h), QEvent::MouseButtonRelease, {500, 300}, Qt::LeftButton);
+    sendMouse(view(h), QEvent::MouseButtonRelease, {500, 300}, Qt::LeftButton);
     pumpEvents();
     picked.points.clear();
 
@@ -192,7 +176,7 @@ TEST_F(Selection, AClickReportsThePointUnderTheCursor) {
     plate.Set3DBox(QelVector3d(0, 0, 4), QelVector3d(0, 0, 0), QelVector3d(20, 20, 0.5f));
     ASSERT_TRUE(isId(QelShow3DShape(h, plate)));
     camera();
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
     click(h, marker);
     ASSERT_EQ(picked.points.size(), 1u);
     EXPECT_TRUE(same(picked.points[0], data.marker()));
@@ -207,7 +191,7 @@ TEST_F(Selection, PicksOnRangeImagesMeshesAndPlacedObjects) {
     const long meshId = QelDisplayTriangleMesh(h, square);
     ASSERT_TRUE(isId(meshId));
     camera();
-    press(h, "Select point");
+    ASSERT_TRUE(pressButton(h, "Select point"));
     const QPoint middle(view(h)->width() / 2, view(h)->height() / 2);
     click(h, middle);
     ASSERT_EQ(picked.points.size(), 1u);
@@ -248,7 +232,7 @@ TEST_F(Selection, LassoSelectsFromTheLastObjectAndShowsItBack) {
     ASSERT_TRUE(isId(data.show(h)));
     camera();
     ASSERT_EQ(QelSet3DToolbarVisible(h, 0x00400000L, true), 0);
-    press(h, "Draw lasso");
+    ASSERT_TRUE(pressButton(h, "Draw lasso"));
     QWidget* layer = childOfClass(h, "PaintWidget");
     ASSERT_NE(layer, nullptr);
     ASSERT_TRUE(layer->isVisible());
@@ -258,17 +242,17 @@ TEST_F(Selection, LassoSelectsFromTheLastObjectAndShowsItBack) {
     ASSERT_EQ(QelGetCamera(h, &eye0, &centre0, &up0), 0);
 
     // A one-point stroke draws nothing and selects nothing.
-    mouse(layer, QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton);
-    mouse(layer, QEvent::MouseMove, {100, 100}, Qt::LeftButton);
-    mouse(layer, QEvent::MouseButtonRelease, {100, 100}, Qt::LeftButton);
+    sendMouse(layer, QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton);
+    sendMouse(layer, QEvent::MouseMove, {100, 100}, Qt::LeftButton);
+    sendMouse(layer, QEvent::MouseButtonRelease, {100, 100}, Qt::LeftButton);
     EXPECT_EQ(QelSelectPointsByLasso(h, &none, false), 11501009);
 
     // A loop around the upper left part of the grid.
     const QPoint loop[] = {{250, 60}, {480, 50}, {500, 320}, {300, 330}, {230, 200}};
-    mouse(layer, QEvent::MouseButtonPress, loop[0], Qt::LeftButton);
+    sendMouse(layer, QEvent::MouseButtonPress, loop[0], Qt::LeftButton);
     for (QPoint p : loop)
-        mouse(layer, QEvent::MouseMove, p, Qt::LeftButton);
-    mouse(layer, QEvent::MouseButtonRelease, loop[4], Qt::LeftButton);
+        sendMouse(layer, QEvent::MouseMove, p, Qt::LeftButton);
+    sendMouse(layer, QEvent::MouseButtonRelease, loop[4], Qt::LeftButton);
     pumpEvents();
     const Shot drawn(h);
     ASSERT_EQ(QelGetCamera(h, &eye1, &centre1, &up1), 0);
@@ -289,7 +273,7 @@ TEST_F(Selection, LassoSelectsFromTheLastObjectAndShowsItBack) {
         EXPECT_TRUE(selected[i].x < 1.0f && selected[i].y > -1.0f) << i;
 
     // Shown back in another colour over the whole cloud.
-    press(h, "Draw lasso");
+    ASSERT_TRUE(pressButton(h, "Draw lasso"));
     const long back = QelAdd3DRenderObject(h, selected);
     ASSERT_TRUE(isId(back));
     QelColorArray yellow;

@@ -21,10 +21,6 @@ long show(long long h, const std::function<void(Qel3DShape&)>& describe) {
     return QelShow3DShape(h, shape);
 }
 
-bool isId(long value) {
-    return value >= 1 && value < 11000000;
-}
-
 // Pixels that are the shapes' default blue.
 int bluePixels(const Shot& shot) {
     return shot.count([](int r, int g, int b) { return b > 200 && r < 60 && g < 60; });

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 
 #include "MRenderer.h"
+#include "MouseEvents.h"
 #include "PickHandler.h"
 #include "RenderTestScene.h"
 
@@ -17,13 +18,6 @@ struct ViewCase {
     osg::Vec3d look;
     osg::Vec3d up;
 };
-
-void sendMouse(QWidget* w, QEvent::Type type, Qt::MouseButton button, QPoint at) {
-    QMouseEvent e(type, at, w->mapToGlobal(at), button,
-                  type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button),
-                  Qt::NoModifier);
-    QApplication::sendEvent(w, &e);
-}
 
 void sendWheel(QWidget* w, int delta) {
     QWheelEvent e(QPointF(100, 100), QPointF(100, 100), QPoint(), QPoint(0, delta), Qt::NoButton,
@@ -78,9 +72,9 @@ TEST(Manipulator, RightDragPansEyeAndCentreTogether) {
     ViewerManipulator* m = view->manipulator();
     osg::Vec3d eye0, centre0, up0;
     m->getInverseLookAt(eye0, centre0, up0);
-    sendMouse(w, QEvent::MouseButtonPress, Qt::RightButton, QPoint(100, 100));
-    sendMouse(w, QEvent::MouseMove, Qt::RightButton, QPoint(110, 100));
-    sendMouse(w, QEvent::MouseButtonRelease, Qt::RightButton, QPoint(110, 100));
+    sendMouse(w, QEvent::MouseButtonPress, QPoint(100, 100), Qt::RightButton);
+    sendMouse(w, QEvent::MouseMove, QPoint(110, 100), Qt::RightButton);
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint(110, 100), Qt::RightButton);
     view->grabFrame();  // the frame runs the queued events
     osg::Vec3d eye1, centre1, up1;
     m->getInverseLookAt(eye1, centre1, up1);
@@ -106,14 +100,14 @@ TEST(Manipulator, AnEnabledPickHandlerTakesTheMouseFromTheCamera) {
     pick->setEnabled(true);
     const osg::Matrixd before = m->getMatrix();
     QWidget* w = view->osgWidget();
-    sendMouse(w, QEvent::MouseButtonPress, Qt::LeftButton, QPoint(50, 60));
-    sendMouse(w, QEvent::MouseMove, Qt::LeftButton, QPoint(90, 120));
+    sendMouse(w, QEvent::MouseButtonPress, QPoint(50, 60), Qt::LeftButton);
+    sendMouse(w, QEvent::MouseMove, QPoint(90, 120), Qt::LeftButton);
     view->grabFrame();
     EXPECT_FALSE(view->budget().isMoving()) << "a pick is no camera motion";
-    sendMouse(w, QEvent::MouseButtonRelease, Qt::LeftButton, QPoint(90, 120));
-    sendMouse(w, QEvent::MouseButtonPress, Qt::RightButton, QPoint(10, 10));
-    sendMouse(w, QEvent::MouseMove, Qt::RightButton, QPoint(30, 10));
-    sendMouse(w, QEvent::MouseButtonRelease, Qt::RightButton, QPoint(30, 10));
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint(90, 120), Qt::LeftButton);
+    sendMouse(w, QEvent::MouseButtonPress, QPoint(10, 10), Qt::RightButton);
+    sendMouse(w, QEvent::MouseMove, QPoint(30, 10), Qt::RightButton);
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint(30, 10), Qt::RightButton);
     sendWheel(w, 120);
     view->grabFrame();
     ASSERT_EQ(clicks.size(), 2u);
@@ -121,9 +115,9 @@ TEST(Manipulator, AnEnabledPickHandlerTakesTheMouseFromTheCamera) {
     EXPECT_EQ(m->getMatrix(), before);
 
     pick->setEnabled(false);
-    sendMouse(w, QEvent::MouseButtonPress, Qt::LeftButton, QPoint(50, 60));
-    sendMouse(w, QEvent::MouseMove, Qt::LeftButton, QPoint(90, 120));
-    sendMouse(w, QEvent::MouseButtonRelease, Qt::LeftButton, QPoint(90, 120));
+    sendMouse(w, QEvent::MouseButtonPress, QPoint(50, 60), Qt::LeftButton);
+    sendMouse(w, QEvent::MouseMove, QPoint(90, 120), Qt::LeftButton);
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint(90, 120), Qt::LeftButton);
     view->grabFrame();
     EXPECT_EQ(clicks.size(), 2u);
     EXPECT_NE(m->getMatrix(), before) << "the drag turned the camera";

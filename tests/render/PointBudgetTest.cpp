@@ -12,6 +12,7 @@
 #include <osgViewer/Viewer>
 
 #include "MRenderer.h"
+#include "MouseEvents.h"
 #include "OSGDataManager.h"
 #include "OSGPointCloud.h"
 #include "OutlineSelection.h"
@@ -35,11 +36,6 @@ QelPointCloud dense() {
     return cloud;
 }
 
-void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons held) {
-    QMouseEvent event(type, at, w->mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
-    QApplication::sendEvent(w, &event);
-}
-
 // One frame as painting draws it (not a screenshot).
 void paintFrame(GLViewer& view) {
     view.osgWidget()->grab();
@@ -55,10 +51,6 @@ int lassoed(GLViewer& view) {
         !used)
         return -1;
     return selected.Length();
-}
-
-int lit(const QImage& image) {
-    return image.width() * image.height() - countUnlike(image, Qt::black, 0);
 }
 
 }  // namespace
@@ -77,7 +69,7 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     EXPECT_GT(stillSelection, kSide * kSide / 4);
 
     QWidget* w = view->osgWidget();
-    mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
+    sendMouse(w, QEvent::MouseButtonPress, QPoint{150, 150});
     paintFrame(*view);
     EXPECT_TRUE(view->budget().isMoving());
     EXPECT_LE(cloud->drawnCount(), 5000u);
@@ -85,7 +77,7 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
 
     // Screenshots, the lasso and picks in the middle of the drag see every
     // point.
-    EXPECT_EQ(lit(view->grabFrame()), lit(still));
+    EXPECT_EQ(litPixels(view->grabFrame()), litPixels(still));
     EXPECT_EQ(lassoed(*view), stillSelection);
     paintFrame(*view);
     EXPECT_LE(cloud->drawnCount(), 5000u) << "and the drag goes on thinned";
@@ -111,20 +103,20 @@ TEST(PointBudget, ADragDrawsASampleAndTheReleaseDrawsEveryPoint) {
     }
     EXPECT_TRUE(checked);
 
-    mouse(w, QEvent::MouseMove, {180, 160}, Qt::LeftButton);
+    sendMouse(w, QEvent::MouseMove, QPoint{180, 160});
     paintFrame(*view);
     EXPECT_LE(cloud->drawnCount(), 5000u);
-    mouse(w, QEvent::MouseButtonRelease, {180, 160}, Qt::NoButton);
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint{180, 160});
     paintFrame(*view);
     EXPECT_FALSE(view->budget().isMoving());
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide)) << "the settle frame";
 
     // Without a budget nothing is left out.
     view->budget().setBudget(0);
-    mouse(w, QEvent::MouseButtonPress, {150, 150}, Qt::LeftButton);
+    sendMouse(w, QEvent::MouseButtonPress, QPoint{150, 150});
     paintFrame(*view);
     EXPECT_EQ(cloud->drawnCount(), unsigned(kSide * kSide));
-    mouse(w, QEvent::MouseButtonRelease, {150, 150}, Qt::NoButton);
+    sendMouse(w, QEvent::MouseButtonRelease, QPoint{150, 150});
     paintFrame(*view);
 }
 

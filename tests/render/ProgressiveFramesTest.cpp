@@ -46,10 +46,6 @@ QImage paint(GLViewer& view) {
     return view.osgWidget()->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-int lit(const QImage& image) {
-    return countUnlike(image, Qt::black, 0);
-}
-
 struct Shown {
     std::unique_ptr<GLViewer> view;
     OSGPointCloud* cloud = nullptr;
@@ -98,7 +94,7 @@ TEST(ProgressiveFrames, ASampleAtOnceThenEveryFrameAddsToTheLastUntilTheWholeFra
                             lost += (frame.pixel(x, y) & 0xffffff) != 0 &&
                                     (next.pixel(x, y) & 0xffffff) == 0;
                     EXPECT_EQ(lost, 0) << "frame " << frames;
-                    EXPECT_GE(lit(next), lit(frame));
+                    EXPECT_GE(litPixels(next), litPixels(frame));
                     frame = next;
                 }
                 EXPECT_FALSE(s.view->progressive().isRefining());

@@ -83,6 +83,11 @@ inline int countUnlike(const QImage& image, QColor c, int tolerance = 8) {
     return n;
 }
 
+// Pixels that are not black: what a frame drew over a black background.
+inline int litPixels(const QImage& image) {
+    return countUnlike(image, Qt::black, 0);
+}
+
 // Number of pixels in which two pictures of one size differ by more than
 // tolerance in any channel.
 inline int differingPixels(const QImage& a, const QImage& b, int tolerance = 0) {

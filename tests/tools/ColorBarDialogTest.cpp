@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <vector>
 
+#include "MouseEvents.h"
 #include "QelColorBarDialog.h"
 #include "QelLUTSetting.h"
 
@@ -24,11 +25,6 @@ QStringList texts(const QelColorBarDialog& bar) {
 void enter(QelColorBarDialog& bar, int index, const QString& value) {
     bar.edit(index)->setText(value);
     emit bar.edit(index)->editingFinished();
-}
-
-void sendMouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
-    QMouseEvent event(type, at, w->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
-    QApplication::sendEvent(w, &event);
 }
 
 }  // namespace
@@ -102,18 +98,18 @@ TEST(ColorBar, DragsInsideItsParentAndEscapeLeavesItOpen) {
     QCoreApplication::processEvents();
     EXPECT_FALSE(bar->isWindow()) << "an overlay inside the view, not a window";
 
-    sendMouse(bar, QEvent::MouseButtonPress, QPoint(4, 60), Qt::LeftButton);
-    sendMouse(bar, QEvent::MouseMove, QPoint(-46, 90), Qt::LeftButton);
+    sendMouse(bar, QEvent::MouseButtonPress, QPoint(4, 60));
+    sendMouse(bar, QEvent::MouseMove, QPoint(-46, 90));
     EXPECT_EQ(bar->pos(), QPoint(150, 80));
     // A move that would take it past the parent's right edge is ignored.
-    sendMouse(bar, QEvent::MouseMove, QPoint(300, 60), Qt::LeftButton);
+    sendMouse(bar, QEvent::MouseMove, QPoint(300, 60));
     EXPECT_EQ(bar->pos(), QPoint(150, 80));
-    sendMouse(bar, QEvent::MouseButtonRelease, QPoint(4, 60), Qt::NoButton);
+    sendMouse(bar, QEvent::MouseButtonRelease, QPoint(4, 60));
     sendMouse(bar, QEvent::MouseMove, QPoint(40, 60), Qt::NoButton);
     EXPECT_EQ(bar->pos(), QPoint(150, 80)) << "no drag after the release";
     // Presses beside the ramp and its values do not drag.
-    sendMouse(bar, QEvent::MouseButtonPress, QPoint(115, bar->height() - 1), Qt::LeftButton);
-    sendMouse(bar, QEvent::MouseMove, QPoint(100, 10), Qt::LeftButton);
+    sendMouse(bar, QEvent::MouseButtonPress, QPoint(115, bar->height() - 1));
+    sendMouse(bar, QEvent::MouseMove, QPoint(100, 10));
     EXPECT_EQ(bar->pos(), QPoint(150, 80));
 
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);

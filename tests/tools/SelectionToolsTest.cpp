@@ -11,6 +11,7 @@
 #include <osgViewer/Viewer>
 #include <set>
 
+#include "MouseEvents.h"
 #include "OSGDataManager.h"
 #include "PaintWidget.h"
 #include "PointPicker.h"
@@ -92,20 +93,13 @@ bool inside(const std::vector<QPointF>& polygon, double x, double y) {
     return in;
 }
 
-void mouse(QWidget* w, QEvent::Type type, QPointF at, Qt::MouseButton button,
-           Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
-    QMouseEvent event(type, at, w->mapToGlobal(at.toPoint()), button, held, modifiers);
-    QApplication::sendEvent(w, &event);
-}
-
 // Drags the left button through the given widget positions.
 void stroke(QWidget* w, const std::vector<QPointF>& path,
             Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    mouse(w, QEvent::MouseButtonPress, path.front(), Qt::LeftButton, modifiers);
+    sendMouse(w, QEvent::MouseButtonPress, path.front(), Qt::LeftButton, modifiers);
     for (const QPointF& p : path)
-        mouse(w, QEvent::MouseMove, p, Qt::LeftButton, modifiers);
-    mouse(w, QEvent::MouseButtonRelease, path.back(), Qt::LeftButton, modifiers);
+        sendMouse(w, QEvent::MouseMove, p, Qt::LeftButton, modifiers);
+    sendMouse(w, QEvent::MouseButtonRelease, path.back(), Qt::LeftButton, modifiers);
 }
 
 }  // namespace
@@ -335,10 +329,10 @@ TEST_F(LassoSelection, StrokesNeedTheLeftButtonAndMoreThanOnePoint) {
     EXPECT_EQ(none.Length(), 0);
 
     // The right button never starts a stroke.
-    mouse(layer, QEvent::MouseButtonPress, {40, 40}, Qt::RightButton);
-    mouse(layer, QEvent::MouseMove, {200, 40}, Qt::RightButton);
-    mouse(layer, QEvent::MouseMove, {200, 200}, Qt::RightButton);
-    mouse(layer, QEvent::MouseButtonRelease, {200, 200}, Qt::RightButton);
+    sendMouse(layer, QEvent::MouseButtonPress, {40, 40}, Qt::RightButton);
+    sendMouse(layer, QEvent::MouseMove, {200, 40}, Qt::RightButton);
+    sendMouse(layer, QEvent::MouseMove, {200, 200}, Qt::RightButton);
+    sendMouse(layer, QEvent::MouseButtonRelease, {200, 200}, Qt::RightButton);
     EXPECT_TRUE(layer->outline().size() <= 1);
 
     // With the tool off, the layer gives the mouse back to the camera.
