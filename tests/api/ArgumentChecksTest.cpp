@@ -104,16 +104,6 @@ TEST_F(ArgumentChecks, ObjectOperations) {
     EXPECT_EQ(QelClear3DScene(h), 0);
 }
 
-TEST_F(ArgumentChecks, TablesRatiosAndPlanes) {
-    EXPECT_EQ(QelSetDefaultLUT(h, -1), 11200002);
-    EXPECT_EQ(QelSetDefaultLUT(h, 7), 11200002);
-    EXPECT_EQ(QelSetDefaultLUT(h, 6), 0);
-    EXPECT_EQ(QelSetSamplingRatio(h, -1), 11200002);
-    EXPECT_EQ(QelSetSamplingRatio(h, 0), 0);
-    Qel3DPlane flat(QelVector3d(0, 0, 0), QelVector3d(0, 0, 0));
-    EXPECT_EQ(QelRenderByClippingPlane(h, flat), 11501007);
-}
-
 TEST_F(ArgumentChecks, CameraAndLight) {
     QelVector3d eye(0, 0, 10), centre(0, 0, 0), up(0, 1, 0), bad = kInvalid;
     QelVector3d nan(0, std::nanf(""), 0);
@@ -160,11 +150,4 @@ TEST_F(ArgumentChecks, TextPenRoundTripsWithOpaqueAlpha) {
     EXPECT_EQ(out.b, 30);
     EXPECT_EQ(out.a, 255);
     EXPECT_EQ(size, 18);
-}
-
-TEST_F(ArgumentChecks, SelectPointRecordIsKeptAndReplaced) {
-    static int calls = 0;
-    auto first = +[](long long, QelVector3d&, void*) { ++calls; };
-    EXPECT_EQ(QelRegisterSelectPointEvent(h, first, nullptr), 0);
-    EXPECT_EQ(QelRegisterSelectPointEvent(h, nullptr, &calls), 0);
 }

@@ -302,6 +302,9 @@ TEST_F(HostileInput, EveryObjectFunctionWithBadIdsAndNumbers) {
     QelVector3d far(1e38f, 1e38f, 1e38f), steep(1e38f, 1e38f, 1e38f);
     Qel3DPlane overflowing(far, steep);
     EXPECT_EQ(QelRenderByClippingPlane(h, overflowing), 11501007);
+    QelVector3d zero(0, 0, 0);
+    Qel3DPlane flat(zero, zero);
+    EXPECT_EQ(QelRenderByClippingPlane(h, flat), 11501007) << "no normal";
     QelVector3d origin(0, 0, 0), up(0, 0, 1);
     Qel3DPlane none(origin, up);
     ASSERT_EQ(QelRenderByClippingPlane(h, none), 0);
@@ -317,6 +320,7 @@ TEST_F(HostileInput, EveryObjectFunctionWithBadIdsAndNumbers) {
     EXPECT_EQ(QelSetPointRenderMode(h, int(id), QEL_3D_POINT_PLAIN), 0);
     for (int table : {-1, 7, 2147483647})
         EXPECT_EQ(QelSetDefaultLUT(h, table), 11200002) << table;
+    EXPECT_EQ(QelSetDefaultLUT(h, 6), 0) << "the last table";
     for (int ratio : {-1, -2147483647 - 1})
         EXPECT_EQ(QelSetSamplingRatio(h, ratio), 11200002) << ratio;
     ASSERT_EQ(QelSetSamplingRatio(h, 0), 0);
